@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "platform/descriptor.h"
+
+namespace snipwell::platform {
+
+/// True on a system whose text files end a line with a carriage return and a line feed, and whose
+/// text mode turns that pair into a line feed when reading and back when writing.
+extern const bool kTextHasCarriageReturns;
+
+/// Opens a file. The result is empty when the file cannot be opened, with the system's reason in
+/// errno; a directory cannot be opened. `OpenForWriting` creates the file or truncates it,
+/// `OpenForAppending` creates it when missing and writes at its end.
+Descriptor OpenForReading(const std::string& fileName);
+Descriptor OpenForWriting(const std::string& fileName);
+Descriptor OpenForAppending(const std::string& fileName);
+
+/// Reads at most `size` bytes into `buffer`. Returns the number of bytes read, 0 at the end of the
+/// file and -1 on an error.
+std::ptrdiff_t ReadSome(int descriptor, char* buffer, std::size_t size);
+
+/// Writes all `size` bytes. False when the system refuses a part of them.
+bool WriteAll(int descriptor, const char* data, std::size_t size);
+
+/// Deletes a file (a link itself, not what it points to). False when nothing was deleted.
+bool RemoveFile(const std::string& fileName);
+
+/// Gives the file `from` the name `to`. False on failure; both names are then as before.
+bool RenameFile(const std::string& from, const std::string& to);
+
+/// True when something has this name.
+bool FileExists(const std::string& fileName);
+
+/// True when both names lead to one existing file, by spelling or by any kind of link.
+bool IsSameFile(const std::string& first, const std::string& second);
+
+/// True when `fileName` is a symbolic link, or one of several names of its file.
+bool IsLink(const std::string& fileName);
+
+}  // namespace snipwell::platform

@@ -1,0 +1,94 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace snipwell::platform {
+
+const bool kTextHasCarriageReturns = false;
+
+namespace {
+
+/// Gives `descriptor` a number above the standard ones.
+Descriptor AboveStandard(Descriptor descriptor) {
+  if (!descriptor.IsOpen() || descriptor.Number() > kStandardError) return descriptor;
+  return Descriptor(::fcntl(descriptor.Number(), F_DUPFD_CLOEXEC, kStandardError + 1));
+}
+
+Descriptor Open(const std::string& fileName, int flags) {
+  constexpr mode_t kEverybody = 0666;  // less the umask
+  int number = -1;
+  do {
+    number = ::open(fileName.c_str(), flags | O_CLOEXEC, kEverybody);
+  } while (number < 0 && errno == EINTR);
+  return AboveStandard(Descriptor(number));
+}
+
+}  // namespace
+
+Descriptor OpenForReading(const std::string& fileName) {
+  Descriptor file = Open(fileName, O_RDONLY);
+  struct stat status {};
+  if (file.IsOpen() && ::fstat(file.Number(), &status) == 0 && S_ISDIR(status.st_mode)) {
+    file.Close();
+    errno = EISDIR;
+  }
+  return file;
+}
+
+Descriptor OpenForWriting(const std::string& fileName) {
+  return Open(fileName, O_WRONLY | O_CREAT | O_TRUNC);
+}
+
+Descriptor OpenForAppending(const std::string& fileName) {
+  return Open(fileName, O_WRONLY | O_CREAT | O_APPEND);
+}
+
+std::ptrdiff_t ReadSome(int descriptor, char* buffer, std::size_t size) {
+  ssize_t count = -1;
+  do {
+    count = ::read(descriptor, buffer, size);
+  } while (count < 0 && errno == EINTR);
+  return count;
+}
+
+bool WriteAll(int descriptor, const char* data, std::size_t size) {
+  while (size > 0) {
+    const ssize_t count = ::write(descriptor, data, size);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    data += count;
+    size -= static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
+bool RemoveFile(const std::string& fileName) { return ::unlink(fileName.c_str()) == 0; }
+
+bool RenameFile(const std::string& from, const std::string& to) {
+  return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+bool FileExists(const std::string& fileName) {
+  struct stat status {};
+  return ::lstat(fileName.c_str(), &status) == 0;
+}
+
+bool IsSameFile(const std::string& first, const std::string& second) {
+  struct stat a {};
+  struct stat b {};
+  return ::stat(first.c_str(), &a) == 0 && ::stat(second.c_str(), &b) == 0 &&
+         a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool IsLink(const std::string& fileName) {
+  struct stat status {};
+  if (::lstat(fileName.c_str(), &status) != 0) return false;
+  return S_ISLNK(status.st_mode) || (S_ISREG(status.st_mode) && status.st_nlink > 1);
+}
+
+}  // namespace snipwell::platform

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+
+#include "platform/descriptor.h"
+
+namespace snipwell {
+
+/// Buffered writer of one text, with line ends as the system's text mode writes them. It owns its
+/// file and closes it when it goes.
+class TextWriter {
+ public:
+  /// Creates the file or truncates it. When it cannot be opened the writer has failed, and takes
+  /// what is written without effect.
+  explicit TextWriter(const std::string& fileName);
+  /// Writes at the end of the file, created when missing.
+  static TextWriter Appending(const std::string& fileName);
+  /// Writes into `text`, which must stay as long as the writer; it is complete after `Close`.
+  static TextWriter IntoMemory(std::string& text);
+  TextWriter(TextWriter&&) = default;
+  TextWriter& operator=(TextWriter&&) = delete;
+  ~TextWriter() { Close(); }
+
+  bool IsOpen() const { return memory != nullptr || file.IsOpen(); }
+  /// True when the file was never opened or the system has refused a part of the text.
+  bool Failed() const { return failed; }
+
+  void Put(char c) {
+    pending.push_back(c);
+    if (pending.size() >= kBlock) Flush();
+  }
+
+  /// Writes what is pending and closes the file. Returns false when the text is not complete.
+  bool Close();
+
+ private:
+  explicit TextWriter(platform::Descriptor openFile);
+  explicit TextWriter(std::string* text);
+  void Flush();
+
+  static constexpr std::size_t kBlock = 64 * 1024;
+
+  platform::Descriptor file;
+  std::string* memory = nullptr;
+  std::string pending;
+  bool failed;
+};
+
+}  // namespace snipwell
