@@ -1,0 +1,31 @@
+#include "driver/file_helpers.h"
+
+#include <iostream>
+
+#include "platform/files.h"
+#include "text/text_reader.h"
+#include "text/text_writer.h"
+
+namespace snipwell {
+
+void ReportError(const char* message, const char* detail) {
+  std::cerr << "ERROR: " << message << ' ' << detail << std::endl;
+}
+
+void CopyTextFile(const std::string& from, const std::string& to) {
+  if (from == to || platform::IsSameFile(from, to)) return;
+  TextReader in(from, LineEnds::Native);
+  TextWriter out(to);
+  if (!in.IsOpen()) ReportError("Cannot open input file", from.c_str());
+  if (!out.IsOpen()) ReportError("Cannot open output file", to.c_str());
+  char c = '\0';
+  while (in.Read(c)) out.Put(c);
+  out.Close();
+  if (in.Failed() || out.Failed()) ReportError("Something strange happened", "");
+}
+
+void DetachFile(const std::string& name) {
+  if (platform::IsLink(name)) platform::RemoveFile(name);
+}
+
+}  // namespace snipwell

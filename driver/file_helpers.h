@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+namespace snipwell {
+
+/// Writes the line "ERROR: " message, a blank and the detail on standard error.
+void ReportError(const char* message, const char* detail);
+
+/// Makes the file `to`, created or truncated, a copy of the file `from`. Problems are reported with
+/// `ReportError`; a `from` that cannot be opened leaves `to` empty. Nothing is done when both names
+/// are equal or lead to one file, which truncating would destroy.
+void CopyTextFile(const std::string& from, const std::string& to);
+
+/// Deletes the file `name` when it is a link or one of several names of a file, so that writing it
+/// anew changes no other file, the source above all.
+void DetachFile(const std::string& name);
+
+}  // namespace snipwell
