@@ -3,19 +3,22 @@
 // is settled, one pass from left to right with a stack of waiting words does it: no word is looked
 // at twice, however many files there are.
 
+#include "driver/argument_files.h"
+
 #include <iostream>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "driver/command_line.h"
 #include "driver/file_helpers.h"
+#include "platform/files.h"
 
 namespace snipwell {
 
 namespace {
 
+/// The words of one command line while they are being looked at.
 class Expansion {
  public:
   explicit Expansion(const StringArray& arguments) { Await(arguments); }
@@ -23,7 +26,8 @@ class Expansion {
   StringArray Run();
 
  private:
-  /// A word to look at, or, with `endsFile`, the mark that the words of that file are through.
+  /// A word to look at, or, with `endsFile`, the mark that the words of the file with that identity
+  /// are through.
   struct Waiting {
     std::string text;
     bool endsFile;
@@ -36,7 +40,7 @@ class Expansion {
 
   std::vector<std::string> settled;
   std::vector<Waiting> waiting;     // the next one last
-  std::set<std::string> openFiles;  // whose words are still waiting
+  std::set<std::string> openFiles;  // identities of the files whose words are still waiting
 };
 
 StringArray Expansion::Run() {
@@ -59,7 +63,8 @@ void Expansion::Await(const StringArray& words) {
 }
 
 void Expansion::Expand(const std::string& fileName) {
-  if (openFiles.count(fileName) != 0) {
+  const std::string identity = platform::FileIdentity(fileName);
+  if (openFiles.count(identity) != 0) {
     ReportError("Argument file names itself, argument dropped:", fileName.c_str());
     return;
   }
@@ -67,8 +72,9 @@ void Expansion::Expand(const std::string& fileName) {
   StringArray words;
   words.ReadFile(fileName, ' ', '\0', false);
   std::cout << "Reading args from " << fileName << std::endl;
-  openFiles.insert(fileName);
-  waiting.push_back({fileName, true});
+  if (words.GetSize() == 0) return;
+  openFiles.insert(identity);
+  waiting.push_back({identity, true});
   Await(words);
 }
 

@@ -7,11 +7,13 @@
 #include "driver/command_line.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <initializer_list>
 #include <iostream>
 #include <limits>
 #include <string>
 
+#include "driver/argument_files.h"
 #include "driver/help.h"
 
 namespace snipwell {
@@ -178,7 +180,9 @@ std::optional<RunResult> ParseCommandLine(int argc, const char* const* argv,
   if (const auto result = TakeTimeout(settings)) return result;
   AddCompileOnly(arguments);
   if (settings.verbose) TraceArguments(arguments);
-  settings.errorFileName = Last(arguments) + ".ZEDRerrfile";
+  // The source is opened by its name up to a NUL byte, which a word of an argument file can hold;
+  // the suffix must not stand behind one, or the name would be the source's own.
+  settings.errorFileName = std::string(Last(arguments).c_str()) + ".ZEDRerrfile";
   std::cerr << "ERRORFILE NAME: " << std::endl << settings.errorFileName << std::endl;
   return std::nullopt;
 }

@@ -12,9 +12,4 @@ namespace snipwell {
 /// missing or malformed.
 std::optional<RunResult> ParseCommandLine(int argc, const char* const* argv, RunSettings& settings);
 
-/// The arguments with every argument file replaced by its words, and traced on standard output.
-/// Argument 0 is the program's name: when it begins with "@", nothing is expanded. An argument file
-/// that names itself, directly or through others, is reported where it does and dropped there.
-StringArray ExpandArgumentFiles(const StringArray& arguments);
-
 }  // namespace snipwell

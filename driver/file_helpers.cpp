@@ -1,5 +1,6 @@
 #include "driver/file_helpers.h"
 
+#include <cstdlib>
 #include <iostream>
 
 #include "platform/files.h"
@@ -25,7 +26,9 @@ void CopyTextFile(const std::string& from, const std::string& to) {
 }
 
 void DetachFile(const std::string& name) {
-  if (platform::IsLink(name)) platform::RemoveFile(name);
+  if (!platform::IsLink(name) || platform::RemoveFile(name)) return;
+  ReportError("Cannot replace a link to another file:", name.c_str());
+  std::exit(EXIT_FAILURE);
 }
 
 }  // namespace snipwell

@@ -30,6 +30,7 @@ void PreliminaryChecks::Run() {
 void PreliminaryChecks::CheckCleaning() {
   const bool written = WriteCleanedCandidate();
   Compile(engine.GetArgv());
+  // What the disk did not take as a whole must not replace a whole program.
   if (ShowsSameError() && written) {
     engine.Update();
     Trace(settings.verbose, "Removing excess spaces and comments from stream");

@@ -27,33 +27,40 @@ using platform::Descriptor;
   std::exit(EXIT_FAILURE);
 }
 
-/// What standard output and standard error were before the compiler run.
-struct SavedStreams {
+/// Standard output and standard error are a file as long as this lives, and then again what they
+/// were before.
+class StreamsIntoFile {
+ public:
+  explicit StreamsIntoFile(const char* fileName)
+      : output(Save(platform::kStandardOutput)), error(Save(platform::kStandardError)) {
+    const Descriptor file = platform::OpenForWriting(fileName);
+    if (!file.IsOpen()) FailToOpen(fileName);
+    if (!platform::PointStandardAt(platform::kStandardOutput, file)) {
+      FailWithReason("Can't dup2 stdout");
+    }
+    if (!platform::PointStandardAt(platform::kStandardError, file)) {
+      FailWithReason("Can't dup2 stderr");
+    }
+  }
+  ~StreamsIntoFile() {
+    std::cout.flush();
+    std::cerr.flush();
+    platform::PointStandardAt(platform::kStandardOutput, output);
+    platform::PointStandardAt(platform::kStandardError, error);
+  }
+  StreamsIntoFile(const StreamsIntoFile&) = delete;
+  StreamsIntoFile& operator=(const StreamsIntoFile&) = delete;
+
+ private:
+  static Descriptor Save(int standard) {
+    Descriptor saved = platform::DuplicateStandard(standard);
+    if (!saved.IsOpen()) FailWithReason(" dup() failed");
+    return saved;
+  }
+
   Descriptor output;
   Descriptor error;
 };
-
-SavedStreams SaveStreams() {
-  SavedStreams saved{platform::DuplicateStandard(platform::kStandardOutput), Descriptor()};
-  if (!saved.output.IsOpen()) FailWithReason(" dup() failed");
-  saved.error = platform::DuplicateStandard(platform::kStandardError);
-  if (!saved.error.IsOpen()) FailWithReason(" dup() failed");
-  return saved;
-}
-
-void RedirectStreams(const Descriptor& file) {
-  if (!platform::PointStandardAt(platform::kStandardOutput, file)) {
-    FailWithReason("Can't dup2 stdout");
-  }
-  if (!platform::PointStandardAt(platform::kStandardError, file)) {
-    FailWithReason("Can't dup2 stderr");
-  }
-}
-
-void RestoreStreams(const SavedStreams& saved) {
-  platform::PointStandardAt(platform::kStandardOutput, saved.output);
-  platform::PointStandardAt(platform::kStandardError, saved.error);
-}
 
 CompilerStatus StatusOf(platform::ProgramEnd end) {
   switch (end) {
@@ -71,8 +78,6 @@ void WriteStatusLines(CompilerStatus status) {
   } else if (status == NotStarted) {
     std::cout << "Spawn compiler failed.\n";
   }
-  std::cout.flush();
-  std::cerr.flush();
 }
 
 }  // namespace
@@ -81,14 +86,9 @@ int RunCompiler(const char* compilerPath, const char* outputFile, int /*argCount
                 char* const* argv) {
   std::cout.flush();
   std::cerr.flush();
-  const SavedStreams saved = SaveStreams();
-  Descriptor file = platform::OpenForWriting(outputFile);
-  if (!file.IsOpen()) FailToOpen(outputFile);
-  RedirectStreams(file);
+  const StreamsIntoFile redirection(outputFile);
   const CompilerStatus status = StatusOf(platform::RunProgram(compilerPath, argv));
   WriteStatusLines(status);
-  file.Close();
-  RestoreStreams(saved);
   return status;
 }
 

@@ -31,9 +31,14 @@ ConsoleStreams::ConsoleStreams()
   // Every line ends with a flush, so flushing after each operation would only tear lines apart.
   std::cerr.unsetf(std::ios_base::unitbuf);
   std::cerr.tie(&std::cout);
+  // Out of memory must not silence a stream for the rest of the run.
+  std::cout.exceptions(std::ios_base::badbit);
+  std::cerr.exceptions(std::ios_base::badbit);
 }
 
 ConsoleStreams::~ConsoleStreams() {
+  std::cout.exceptions(std::ios_base::goodbit);
+  std::cerr.exceptions(std::ios_base::goodbit);
   std::cout.flush();
   std::cerr.flush();
   std::cout.rdbuf(outputBefore);

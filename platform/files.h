@@ -34,6 +34,10 @@ bool RenameFile(const std::string& from, const std::string& to);
 /// True when something has this name.
 bool FileExists(const std::string& fileName);
 
+/// A text that stands for the file that a name leads to, through any link: two names have the same
+/// text exactly when they lead to one file. Empty when there is no such file.
+std::string FileIdentity(const std::string& fileName);
+
 /// True when both names lead to one existing file, by spelling or by any kind of link.
 bool IsSameFile(const std::string& first, const std::string& second);
 

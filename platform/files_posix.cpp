@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,6 +27,14 @@ Descriptor Open(const std::string& fileName, int flags) {
     number = ::open(fileName.c_str(), flags | O_CLOEXEC, kEverybody);
   } while (number < 0 && errno == EINTR);
   return AboveStandard(Descriptor(number));
+}
+
+/// Waits until a descriptor that somebody has made non-blocking takes more.
+bool AwaitWritable(int descriptor) {
+  struct pollfd awaited {
+    descriptor, POLLOUT, 0
+  };
+  return ::poll(&awaited, 1, -1) > 0 || errno == EINTR;
 }
 
 }  // namespace
@@ -60,6 +69,7 @@ bool WriteAll(int descriptor, const char* data, std::size_t size) {
   while (size > 0) {
     const ssize_t count = ::write(descriptor, data, size);
     if (count < 0 && errno == EINTR) continue;
+    if (count < 0 && errno == EAGAIN && AwaitWritable(descriptor)) continue;
     if (count <= 0) return false;
     data += count;
     size -= static_cast<std::size_t>(count);
@@ -78,11 +88,15 @@ bool FileExists(const std::string& fileName) {
   return ::lstat(fileName.c_str(), &status) == 0;
 }
 
+std::string FileIdentity(const std::string& fileName) {
+  struct stat status {};
+  if (::stat(fileName.c_str(), &status) != 0) return std::string();
+  return std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino);
+}
+
 bool IsSameFile(const std::string& first, const std::string& second) {
-  struct stat a {};
-  struct stat b {};
-  return ::stat(first.c_str(), &a) == 0 && ::stat(second.c_str(), &b) == 0 &&
-         a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+  const std::string identity = FileIdentity(first);
+  return !identity.empty() && identity == FileIdentity(second);
 }
 
 bool IsLink(const std::string& fileName) {

@@ -70,7 +70,7 @@ bool IsProgram(const std::string& path) {
 int SpawnScript(pid_t* child, const std::string& path, char* const* argv,
                 const posix_spawnattr_t* attributes) {
   std::string shell = "/bin/sh";
-  std::string script = path.find('/') == std::string::npos ? "./" + path : path;
+  std::string script = path[0] == '/' ? path : "./" + path;  // never taken for an option
   std::vector<char*> shellArgv{shell.data(), script.data()};
   for (char* const* rest = argv[0] == nullptr ? argv : argv + 1; *rest != nullptr; ++rest) {
     shellArgv.push_back(*rest);
@@ -79,9 +79,8 @@ int SpawnScript(pid_t* child, const std::string& path, char* const* argv,
   return ::posix_spawn(child, shell.c_str(), nullptr, attributes, shellArgv.data(), environ);
 }
 
-/// Starts the program at exactly `path`. False when there is none or it cannot be started.
+/// Starts the program at exactly `path`. False when it cannot be started.
 bool Spawn(pid_t* child, const std::string& path, char* const* argv) {
-  if (!IsProgram(path)) return false;
   const DefaultSignals signals;
   int error = ::posix_spawn(child, path.c_str(), nullptr, signals.Get(), argv, environ);
   if (error == ENOEXEC) error = SpawnScript(child, path, argv, signals.Get());
@@ -97,32 +96,37 @@ std::string SearchPath() {
   return path;
 }
 
-/// Tries `name` in each directory of PATH; an empty entry is the current directory.
-bool SpawnFromPath(pid_t* child, const std::string& name, char* const* argv) {
+/// The first program called `name` in the directories of PATH, or "". An empty entry of PATH is the
+/// current directory.
+std::string FindInPath(const std::string& name) {
   const std::string path = SearchPath();
   for (std::size_t start = 0; start <= path.size();) {
     const std::size_t colon = path.find(':', start);
     const std::size_t end = colon == std::string::npos ? path.size() : colon;
     std::string directory = path.substr(start, end - start);
     if (directory.empty()) directory = ".";
-    if (Spawn(child, directory + '/' + name, argv)) return true;
+    std::string candidate = directory + '/' + name;
+    if (IsProgram(candidate)) return candidate;
     start = end + 1;
   }
-  return false;
+  return std::string();
 }
 
-bool SpawnByName(pid_t* child, const std::string& name, char* const* argv) {
-  if (name.empty()) return false;
-  if (Spawn(child, name, argv)) return true;
-  return name.find('/') == std::string::npos && SpawnFromPath(child, name, argv);
+/// The path of the program that `name` means, or "". The search ends at the first program: one that
+/// then cannot be started must not give way to another compiler.
+std::string FindProgram(const std::string& name) {
+  if (name.empty()) return std::string();
+  if (IsProgram(name)) return name;
+  return name.find('/') == std::string::npos ? FindInPath(name) : std::string();
 }
 
 }  // namespace
 
 ProgramEnd RunProgram(const char* program, char* const* argv) {
   const ChildSignalDefault childSignal;
+  const std::string path = FindProgram(program);
   pid_t child = -1;
-  if (!SpawnByName(&child, program, argv)) return ProgramEnd::NotStarted;
+  if (path.empty() || !Spawn(&child, path, argv)) return ProgramEnd::NotStarted;
   int status = 0;
   while (::waitpid(child, &status, 0) < 0) {
     if (errno != EINTR) return ProgramEnd::Failed;

@@ -28,8 +28,8 @@ IntArray::IntArray(const IntArray& other) : IntArray(other.size) {
 
 IntArray& IntArray::operator=(const IntArray& other) {
   if (this == &other) return *this;
+  data = std::make_unique<int[]>(static_cast<std::size_t>(other.size));
   SetSize(other.size);
-  data = std::make_unique<int[]>(static_cast<std::size_t>(size));
   std::copy_n(other.data.get(), size, data.get());
   return *this;
 }

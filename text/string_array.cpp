@@ -69,8 +69,8 @@ StringArray::StringArray(const StringArray& other) : StringArray(other.size) {
 StringArray& StringArray::operator=(const StringArray& other) {
   if (this == &other) return *this;
   if (size != other.size) {
+    strings = std::make_unique<std::string[]>(static_cast<std::size_t>(other.size));
     SetSize(other.size);
-    strings = std::make_unique<std::string[]>(static_cast<std::size_t>(size));
   }
   std::copy_n(other.strings.get(), size, strings.get());
   return *this;
@@ -91,8 +91,8 @@ std::vector<std::string> StringArray::Take() {
 
 /// Makes a new block of exactly the size of `kept`.
 void StringArray::Replace(std::vector<std::string> kept) {
-  SetSize(static_cast<int>(kept.size()));
   strings = std::make_unique<std::string[]>(kept.size());
+  SetSize(static_cast<int>(kept.size()));
   std::move(kept.begin(), kept.end(), strings.get());
 }
 

@@ -17,8 +17,8 @@ class TextWriter {
   static TextWriter Appending(const std::string& fileName);
   /// Writes into `text`, which must stay as long as the writer; it is complete after `Close`.
   static TextWriter IntoMemory(std::string& text);
-  TextWriter(TextWriter&&) = default;
-  TextWriter& operator=(TextWriter&&) = delete;
+  TextWriter(const TextWriter&) = delete;
+  TextWriter& operator=(const TextWriter&) = delete;
   ~TextWriter() { Close(); }
 
   bool IsOpen() const { return memory != nullptr || file.IsOpen(); }
