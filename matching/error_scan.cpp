@@ -1,6 +1,9 @@
 // Reads the compiler's output and answers whether it shows the error that is being isolated.
 
+#include <cstddef>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "matching/error_match.h"
 

@@ -28,11 +28,10 @@ bool WriteAll(int descriptor, const char* data, std::size_t size);
 /// Deletes a file (a link itself, not what it points to). False when nothing was deleted.
 bool RemoveFile(const std::string& fileName);
 
-/// Gives the file `from` the name `to`. False on failure; both names are then as before.
-bool RenameFile(const std::string& from, const std::string& to);
-
-/// True when something has this name.
-bool FileExists(const std::string& fileName);
+/// Deletes the file `to`, if there is one, and gives the file `from` its name, in one step where the
+/// system can: then no moment is without a file of that name. False on failure; `from` is then as
+/// before.
+bool ReplaceFile(const std::string& from, const std::string& to);
 
 /// A text that stands for the file that a name leads to, through any link: two names have the same
 /// text exactly when they lead to one file. Empty when there is no such file.

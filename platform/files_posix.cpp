@@ -79,13 +79,8 @@ bool WriteAll(int descriptor, const char* data, std::size_t size) {
 
 bool RemoveFile(const std::string& fileName) { return ::unlink(fileName.c_str()) == 0; }
 
-bool RenameFile(const std::string& from, const std::string& to) {
+bool ReplaceFile(const std::string& from, const std::string& to) {
   return std::rename(from.c_str(), to.c_str()) == 0;
-}
-
-bool FileExists(const std::string& fileName) {
-  struct stat status {};
-  return ::lstat(fileName.c_str(), &status) == 0;
 }
 
 std::string FileIdentity(const std::string& fileName) {

@@ -9,9 +9,6 @@
 #include "reduce/object_list.h"
 #include "source/int_array.h"
 #include "source/obj_org.h"
-#include "source/position.h"
-#include "text/text_reader.h"
-#include "text/text_writer.h"
 
 namespace snipwell {
 
@@ -19,8 +16,8 @@ namespace snipwell {
 /// compiler fails with the same error.
 ///
 /// - The isolated file is the smallest program found so far that still fails. Once the engine is
-///   built, it changes only by a candidate's being renamed over it, so it is whole at any moment,
-///   but for the instant in which the candidate file is.
+///   built, it changes only by a candidate's being renamed over it. Where the system cannot do that
+///   in one step, there is an instant in which only the candidate file exists.
 /// - The candidate file is what the compiler is run on. The source is only read, once.
 ///
 /// The work is done on one level at a time: level 0 is the list of the file's objects, a deeper one
@@ -114,8 +111,8 @@ class FileOrg {
   char** argv;
   int argCount;
   ObjectList objectList;  // the objects of the level
-  std::unique_ptr<ObjOrg>
-      parentObject;  // copy of the object whose body is reduced; none at level 0
+  // Copy of the object whose body is reduced; none at level 0.
+  std::unique_ptr<ObjOrg> parentObject;
   ErrorMatch errorMatch;
   int level = 0;
   ErrDetectList errorDetectList;  // mirror of the Error flags

@@ -5,6 +5,7 @@
 // through its own End. In a body, the text before its first object and after its last one is copied
 // too; at the top level nothing stands outside the objects.
 
+#include <ctime>
 #include <iostream>
 
 #include "driver/file_helpers.h"
@@ -13,6 +14,9 @@
 #include "platform/files.h"
 #include "platform/interrupt.h"
 #include "reduce/file_org.h"
+#include "source/position.h"
+#include "text/text_reader.h"
+#include "text/text_writer.h"
 
 namespace snipwell {
 
@@ -87,15 +91,13 @@ bool FileOrg::CompileCandidate() {
 
 void FileOrg::Update() {
   if (verbose) std::cerr << "*SAME Error: UPDATING *" << std::endl;
-  if (platform::FileExists(candidateFileName)) {
+  bool replaced = false;
+  {
     const platform::InterruptIgnored ignored;
-    platform::RemoveFile(isolatedFileName);
-    platform::RenameFile(candidateFileName, isolatedFileName);
-  } else {
-    // Only the compiler itself can have taken it away; deleting the isolated file as well would
-    // leave nothing.
-    ReportError("Candidate file is gone, isolated file kept:", isolatedFileName.c_str());
+    replaced = platform::ReplaceFile(candidateFileName, isolatedFileName);
   }
+  // The compiler itself can have taken the candidate away.
+  if (!replaced) ReportError("Cannot replace isolated file", isolatedFileName.c_str());
   BuildList();
 }
 

@@ -8,8 +8,11 @@
 // objects a level tries, so this costs nothing but an odd trace line.
 
 #include <iostream>
+#include <utility>
 
 #include "reduce/file_org.h"
+#include "source/position.h"
+#include "text/text_reader.h"
 
 namespace snipwell {
 
@@ -76,8 +79,8 @@ void FileOrg::RefreshParent() {
   TextReader in(isolatedFileName, LineEnds::Native);
   Position position;
   ReadThrough(in, position, parentObject->GetStart().Previous());
-  // The parents of level 1 come from the list of the file, deeper ones from the list of a body. The
-  // scanners share their type codes; only Scope is the declaration scanner's alone.
+  // So a class or function in a namespace, which the declaration scanner has found, is scanned by
+  // the body scanner here. Of the result only the place of its braces is used.
   if (level == 1 || parentObject->GetType() == ObjType::Scope) {
     parentObject->ScanDeclarations(isCpp, in, position);
   } else {

@@ -8,9 +8,9 @@
 //   "#"           a line of its own, if nothing came before it
 //   quote, "/", white space: a literal, comment or run of blanks is skipped whole
 //
-// The counters have no lower limit. The "}" that closes the enclosing body, met after a trailing
-// comment, takes the depth to -1, and the object then runs on until a later "{" and a terminator,
-// or the end of the input; the compiler refuses the cuts that this spoils.
+// The counters have no lower limit. The "}" that closes the enclosing body, met after trailing
+// blanks or a comment, takes the depth to -1, and the object then runs on until a later "{" and a
+// terminator, or the end of the input; the compiler refuses the cuts that this spoils.
 
 #include "source/body_scanner.h"
 

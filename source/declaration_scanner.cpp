@@ -156,7 +156,8 @@ bool DeclarationScanner::CloseParen() {
   }
 }
 
-/// A counter of this scanner never goes below 0, so a stray closer at the top does no harm.
+/// A counter of this scanner never goes below 0, so a stray closer only ends the object or is
+/// passed over.
 void DeclarationScanner::LowerDepth() {
   if (depth > 0) --depth;
 }
