@@ -1,0 +1,318 @@
+// Which candidates are tried, in which order, and what is left.
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "tests/end_to_end/workspace.h"
+
+namespace snipwell::testing {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+// The driver's compilation, the engine's, and the three preliminary checks.
+constexpr std::size_t kFirstTry = 6;
+
+struct SearchCase {
+  const char* name;
+  const char* source;  ///< one that cleaning does not change
+  std::vector<std::string> needed;
+  Texts tries;
+  const char* isolated;
+};
+
+const SearchCase kSearches[] = {
+    {"everything can go at once", "a;b;c;", {}, {""}, ""},
+    {"an empty source has nothing to try", "", {}, {}, ""},
+    {"white space at the end is one more object", "a;b;\n", {"b"}, {"", "a;b;", "a;", "b;"}, "b;"},
+    {"one needed candidate alone ends its level",
+     "void f(){ a;b;}",
+     {"b"},
+     {""},
+     "void f(){ a;b;}"},
+    {"few candidates go one by one from the highest",
+     "a;b;c;",
+     {"b"},
+     {"", "a;b;", "a;", "b;"},
+     "b;"},
+    {"six candidates are not split",
+     "a;b;c;d;e;f;",
+     {"a"},
+     {"", "a;b;c;d;e;", "a;b;c;d;", "a;b;c;", "a;b;", "a;", ""},
+     "a;"},
+    {"the higher half goes at once",
+     "a;b;c;d;e;f;g;",
+     {"b"},
+     {"", "a;b;c;", "a;b;", "a;", "b;"},
+     "b;"},
+    {"the higher half is settled before the lower one is tried",
+     "a;b;c;d;e;f;g;",
+     {"f"},
+     {"", "a;b;c;", "a;b;c;d;e;f;", "a;b;c;d;e;", "a;b;c;d;f;", "a;b;c;f;", "f;"},
+     "f;"},
+    {"both halves hold a needed object",
+     "a;b;c;d;e;f;g;",
+     {"b", "f"},
+     {"", "a;b;c;", "a;b;c;d;e;f;", "a;b;c;d;e;", "a;b;c;d;f;", "a;b;c;f;", "f;", "a;b;f;", "a;f;",
+      "b;f;"},
+     "b;f;"},
+    {"a half of seven is split again",
+     "a;b;c;d;e;f;g;h;i;j;k;l;m;n;",
+     {"h"},
+     {"", "a;b;c;d;e;f;g;", "a;b;c;d;e;f;g;h;i;j;", "a;b;c;d;e;f;g;h;i;", "a;b;c;d;e;f;g;h;",
+      "a;b;c;d;e;f;g;", "h;"},
+     "h;"},
+    {"the body of a needed function is the next level",
+     "void f(){ a;b;}x;",
+     {"b"},
+     {"", "void f(){ a;b;}", "", "void f(){ }", "void f(){ a;}", "void f(){ b;}"},
+     "void f(){ b;}"},
+    {"the first character of a body stays",
+     "void f(){a;b;}x;",
+     {"f"},
+     {"", "void f(){a;b;}", "", "void f(){a}"},
+     "void f(){a}"},
+    {"an access label stays and is no candidate",
+     "class A{ public: a;b;};x;",
+     {"b;"},
+     {"", "class A{ public: a;b;};", "", "class A{ public:};", "class A{ public: a;};",
+      "class A{ public:b;};"},
+     "class A{ public:b;};"},
+    {"an empty body costs no try", "void f(){}x;", {"f"}, {"", "void f(){}", ""}, "void f(){}"},
+    {"a namespace holds declarations",
+     "namespace n{ int f(int i){ return i; }int g;}x;",
+     {"return"},
+     {"", "namespace n{ int f(int i){ return i; }int g;}", "", "namespace n{ }",
+      "namespace n{ int f(int i){ return i; }}", "namespace n{ }",
+      "namespace n{ int f(int i){  }}"},
+     "namespace n{ int f(int i){ return i; }}"},
+    {"a namespace in a namespace holds declarations",
+     "namespace m{ namespace n{ struct S { a;}s; t; }u; }x;",
+     {"t;"},
+     {"", "namespace m{ namespace n{ struct S { a;}s; t; }u; }", "", "namespace m{  }",
+      "namespace m{ namespace n{ struct S { a;}s; t; } }", "namespace m{  }",
+      "namespace m{ namespace n{  } }", "namespace m{ namespace n{ struct S { a;}s; } }",
+      "namespace m{ namespace n{  t; } }"},
+     "namespace m{ namespace n{  t; } }"},
+    // The scan that lists the objects passes the brace after "a;" unclassified; the scan of the
+    // parent for its body begins one character earlier and takes that brace for the body's.
+    {"the parent is scanned again from one character earlier",
+     "a;{ void f(){ b;c;}",
+     {"c"},
+     {"", "a;", "a;{ ", "{ void f(){ b;c;}"},
+     "{ void f(){ b;c;}"},
+    // The cut of ":\n}" takes the parent's closing brace along; its body is then taken to end
+    // before it starts, so the list is empty, and the ID that still waits names nothing.
+    {"an ID that no object carries removes nothing",
+     ";<class}{x(b);:\n}",
+     {"b"},
+     {"", ";", ";<class}{x", ";<class}{x(b);", ";<class}{x(b);", "<class}{x(b);"},
+     "<class}{x(b);"},
+    {"bodies in bodies are levels of their own",
+     "void f(){ if(a){ b;c; }d;}x;",
+     {"c"},
+     {"", "void f(){ if(a){ b;c; }d;}", "", "void f(){ }", "void f(){ if(a){ b;c; }}",
+      "void f(){ }", "void f(){ if(a){  }}", "void f(){ if(a){ b; }}", "void f(){ if(a){ c; }}"},
+     "void f(){ if(a){ c; }}"},
+};
+
+TEST(Reduction, TriesTheCandidatesInOrder) {
+  for (const SearchCase& row : kSearches) {
+    SCOPED_TRACE(row.name);
+    const Workspace work;
+    work.FailWhileItHas(row.needed);
+    work.Write("x.c", row.source);
+    const Outcome outcome = work.Isolate("x.c");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(work.Texts(kFirstTry), row.tries);
+    EXPECT_EQ(work.Read("x.tsf.c"), row.isolated);
+    EXPECT_EQ(work.Read("x.c"), row.source);
+  }
+}
+
+struct CheckCase {
+  const char* name;
+  const char* refused;  ///< condition lines of the compilation that shows no error
+  const char* lastArguments;
+  const char* isolated;
+  std::vector<std::string> traces;
+};
+
+const char kCleaned[] =
+    "*SAME Error: UPDATING *\nNum List Nodes Removed: 0\nNum List Nodes Created: 2\n"
+    "Current ErrAll: \n\nRemoving excess spaces and comments from stream\n";
+const char kNotCleaned[] =
+    "No matching errors found!\n*NOT the Same Error: RESTORING *\nNot removing excess from "
+    "stream\n";
+const char kFrontEnd[] = "\nUsing front-end only of compiler\n";
+const char kFullCompiler[] = "No matching errors found!\nUsing full compiler\n";
+const char kNoOptimisation[] = "\nUsing NO optimizations\nNum List";
+const char kOptimisation[] = "No matching errors found!\nUsing given optimizations\nNum List";
+
+// The rule for the failing program comes second, so `refused` decides first.
+const CheckCase kChecks[] = {
+    {"all are kept",
+     "run 99",
+     "snip -c /Zs /Od x.fut.c",
+     "f( a ); \ng;",
+     {kCleaned, kFrontEnd, kNoOptimisation}},
+    {"cleaning changes the error",
+     "lacks /*",
+     "snip -c /Zs /Od x.fut.c",
+     "f( a  ); /* c */\ng;",
+     {kNotCleaned, kFrontEnd, kNoOptimisation}},
+    {"the front end alone does not fail",
+     "arg /Zs",
+     "snip -c /Od x.fut.c",
+     "f( a ); \ng;",
+     {kCleaned, kFullCompiler, kNoOptimisation}},
+    {"optimisation is needed",
+     "arg /Od",
+     "snip -c /Zs x.fut.c",
+     "f( a ); \ng;",
+     {kCleaned, kFrontEnd, kOptimisation}},
+    {"nothing is kept",
+     "run 3\nrule\narg /Zs\nrule\narg /Od",
+     "snip -c x.fut.c",
+     "f( a  ); /* c */\ng;",
+     {kNotCleaned, kFullCompiler, kOptimisation}},
+};
+
+TEST(PreliminaryChecks, KeepWhatKeepsTheError) {
+  for (const CheckCase& row : kChecks) {
+    SCOPED_TRACE(row.name);
+    const Workspace work;
+    work.SetRules("rule\n" + std::string(row.refused) +
+                  "\nrule\nhas f\nhas g\nout {file}(1) : error\nexit 1\n");
+    work.Write("x.c", "f( a  ); /* c */\ng;");
+    const Outcome outcome = work.Isolate("x.c", {"/VERBOSE"});
+    const std::vector<CompilerRun> runs = work.Runs();
+    EXPECT_EQ(runs.back().arguments, row.lastArguments);
+    EXPECT_EQ(work.Read("x.tsf.c"), row.isolated);
+    for (const std::string& trace : row.traces) {
+      EXPECT_NE(outcome.err.find(trace), std::string::npos) << trace;
+    }
+  }
+}
+
+TEST(PreliminaryChecks, CompileWhatTheyShould) {
+  const Workspace work;
+  work.SetRules("rule\narg /Zs\nexit 1\nrule\nhas f\nout {file}(1) : error\nexit 1\n");
+  work.Write("x.c", "f ;  /* c */g;");
+  work.Isolate("x.c", {"-O2", "/c"});
+  const std::vector<CompilerRun> runs = work.Runs();
+  ASSERT_GE(runs.size(), 6U);
+  const std::string cleaned = "f ; g;";
+  const CompilerRun expected[] = {
+      {"snip -O2 /c x.c", "f ;  /* c */g;"}, {"snip -O2 /c x.fut.c", "f ;  /* c */g;"},
+      {"snip -O2 /c x.fut.c", cleaned},      {"snip -O2 /c /Zs x.fut.c", cleaned},
+      {"snip -O2 /c /Od x.fut.c", cleaned},  {"snip -O2 /c /Od x.fut.c", ""},
+  };
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    EXPECT_EQ(runs[i].arguments, expected[i].arguments) << "run " << i + 1;
+    EXPECT_EQ(runs[i].text, expected[i].text) << "run " << i + 1;
+  }
+}
+
+TEST(Reduction, KeepsOnlyTheSameError) {
+  const Workspace work;
+  // Without b the error is another one, and the first matching line counts, not a later one.
+  work.SetRules(
+      "rule\nlacks a\nexit 1\n"
+      "rule\nlacks b\nout {file}(1) : error: other\nout {file}(1) : error: one\nexit 1\n"
+      "rule\nout note\nerr {file}(1) : error: one\nout {file}(2) : error: two\nexit 1\n");
+  work.Write("x.c", "a;b;c;");
+  work.Isolate("x.c");
+  EXPECT_EQ(work.Read("x.tsf.c"), "a;b;");
+}
+
+std::vector<std::string> Matches(const std::string& text, const std::string& pattern) {
+  const std::regex regex(pattern);
+  std::vector<std::string> found;
+  for (std::sregex_iterator i(text.begin(), text.end(), regex), end; i != end; ++i) {
+    found.push_back(i->str(1));
+  }
+  return found;
+}
+
+// A flag is carried by place: of a, b, c, e with c flagged at place 2, the cut of b puts e there.
+TEST(Reduction, CarriesErrorFlagsByPlace) {
+  const Workspace work;
+  work.FailWhileItHas({"c", "e"});
+  work.Write("x.c", "a;b;c;d;e;");
+  const Outcome outcome = work.Isolate("x.c", {"/VERBOSE"});
+  EXPECT_EQ(Matches(outcome.err, "Current ErrAll: (.*)\n"), (Texts{"", "", "", "2 ", ""}));
+}
+
+// The parent is scanned anew after every accepted cut, so its body ends where it now ends.
+TEST(Reduction, ListsABodyAsItNowStands) {
+  const Workspace work;
+  work.FailWhileItHas({"c;"});
+  work.Write("x.c", "class B : public A { a;b;c; };x;");
+  const Outcome outcome = work.Isolate("x.c", {"/VERBOSE"});
+  EXPECT_EQ(Matches(outcome.err, "Num List Nodes Created: (.*)\n"),
+            (Texts{"2", "2", "1", "3", "2", "1", "1"}));
+  EXPECT_EQ(work.Read("x.tsf.c"), "class B : public A { c; };");
+}
+
+TEST(Reduction, DescendsNoDeeperThanLevel200) {
+  constexpr int kDepth = 203;
+  std::string source;
+  for (int i = 0; i < kDepth; ++i) source += "namespace n{ y; ";
+  source += "x;" + std::string(kDepth, '}') + "z;";
+  const Workspace work;
+  work.FailWhileItHas({"x;"});
+  work.Write("x.cpp", source);
+  const Outcome outcome = work.Isolate("x.cpp", {"/VERBOSE"});
+  std::string isolated;
+  // Levels 1 to 200 lose their y; what lies in the namespace that level 200 needs stays.
+  for (int i = 0; i < 200; ++i) isolated += "namespace n{  ";
+  isolated += "namespace n{ y; namespace n{ y; namespace n{ y; x;" + std::string(kDepth, '}');
+  EXPECT_EQ(work.Read("x.tsf.cpp"), isolated);
+  const std::vector<std::string> levels = Matches(outcome.err, "## New level: ([0-9]+) ");
+  ASSERT_EQ(levels.size(), 200U);
+  EXPECT_EQ(levels.back(), "200");
+}
+
+struct NameCase {
+  const char* source;
+  const char* isolated;
+  const char* candidate;
+};
+
+TEST(Reduction, NamesItsFilesAfterTheLastDot) {
+  const NameCase cases[] = {{"a.b.cpp", "a.b.tsf.cpp", "a.b.fut.cpp"},
+                            {"prog", "progtsf", "progfut"},
+                            {"./prog.c", "./prog.tsf.c", "./prog.fut.c"},
+                            {"lib.old/prog", "lib.tsf.old/prog", "lib.fut.old/prog"},
+                            {"my prog.c", "my prog.tsf.c", "my prog.fut.c"}};
+  for (const NameCase& row : cases) {
+    SCOPED_TRACE(row.source);
+    const Workspace work;
+    for (const char* folder : {"lib.old", "lib.tsf.old", "lib.fut.old"}) {
+      std::filesystem::create_directory(work.Folder() / folder);
+    }
+    work.FailWhileItHas({"b"});
+    work.Write(row.source, "a;b;c;");
+    work.Isolate(row.source);
+    EXPECT_EQ(work.Read(row.isolated), "b;");
+    EXPECT_EQ(work.Runs().back().arguments, std::string("snip -c /Zs /Od ") + row.candidate);
+    EXPECT_TRUE(work.Exists(std::string(row.source) + ".ZEDRerrfile"));
+  }
+}
+
+TEST(Reduction, CarriesEveryByteThrough) {
+  const Workspace work;
+  work.SetRules("rule\nhas keep\nout {file}(1) : error \\xFF\\xE9\nexit 1\n");
+  const std::string kept = std::string("keep\x80\xFF\0\r\n\"\r\n\xC3\xA9\0\";", 17);
+  work.Write("x.c", "a;" + kept + "b;");
+  work.Isolate("x.c");
+  // Cleaning takes the white space outside the literal.
+  EXPECT_EQ(work.Read("x.tsf.c"), std::string("keep\x80\xFF\0\n\"\r\n\xC3\xA9\0\";", 16));
+}
+
+}  // namespace
+}  // namespace snipwell::testing

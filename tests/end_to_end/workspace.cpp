@@ -1,0 +1,125 @@
+#include "tests/end_to_end/workspace.h"
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+
+namespace snipwell::testing {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Quoted(const std::string& word) {
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+  return quoted + "'";
+}
+
+fs::path FreshFolder() {
+  std::random_device random;
+  for (;;) {
+    const fs::path folder = fs::temp_directory_path() / ("snip_test_" + std::to_string(random()));
+    if (fs::create_directory(folder)) return fs::canonical(folder);
+  }
+}
+
+std::string CleanEnvironment() {
+  const char* const path = std::getenv("PATH");
+  return "env -i TZ=UTC LC_ALL=C PATH=" +
+         Quoted(std::string(SNIP_FOLDER) + ':' + TEST_PROGRAM_FOLDER + ':' + (path ? path : ""));
+}
+
+bool IsOfTheTest(const std::string& name) {
+  return name == "runs" || name == "fake_compiler.rules" || name.rfind("test_", 0) == 0;
+}
+
+}  // namespace
+
+Workspace::Workspace() : folder(FreshFolder()) {}
+
+Workspace::~Workspace() {
+  std::error_code ignored;
+  fs::remove_all(folder, ignored);
+}
+
+void Workspace::Write(const std::string& name, const std::string& text) const {
+  std::ofstream out(folder / name, std::ios::binary);
+  out << text;
+  if (!out.flush()) throw std::runtime_error("cannot write " + name);
+}
+
+std::string Workspace::Read(const std::string& name) const {
+  std::ifstream in(folder / name, std::ios::binary);
+  if (!in) return "(no file " + name + ")";
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+bool Workspace::Exists(const std::string& name) const {
+  return fs::exists(fs::symlink_status(folder / name));
+}
+
+std::string Workspace::Files() const {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    const std::string name = entry.path().filename().string();
+    if (!IsOfTheTest(name)) names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  std::string joined;
+  for (const std::string& name : names) joined += (joined.empty() ? "" : " ") + name;
+  return joined;
+}
+
+void Workspace::FailWhileItHas(const std::vector<std::string>& needed) const {
+  std::string rules = "rule\n";
+  for (const std::string& text : needed) rules += "has " + text + '\n';
+  SetRules(rules + "out {file}(1) : error 7: no\nexit 1\n");
+}
+
+Outcome Workspace::Snip(const std::vector<std::string>& arguments, const Start& start) const {
+  std::string command = "cd " + Quoted(folder.string()) + " && " + start.prefix + ' ' +
+                        CleanEnvironment() + ' ' + start.program;
+  for (const std::string& argument : arguments) command += ' ' + Quoted(argument);
+  command += " </dev/null >test_out 2>test_err " + start.redirections;
+  const int status = std::system(command.c_str());
+  Outcome outcome;
+  outcome.out = Read("test_out");
+  outcome.err = Read("test_err");
+  outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return outcome;
+}
+
+Outcome Workspace::Isolate(const std::string& source, const std::vector<std::string>& arguments,
+                           const Start& start) const {
+  std::vector<std::string> all = {"/COMPILER=fake_compiler", "/LOGFILE=log"};
+  all.insert(all.end(), arguments.begin(), arguments.end());
+  all.push_back(source);
+  return Snip(all, start);
+}
+
+std::vector<CompilerRun> Workspace::Runs() const {
+  std::vector<CompilerRun> runs;
+  for (int i = 1; Exists("runs/" + std::to_string(i) + ".args"); ++i) {
+    const std::string name = "runs/" + std::to_string(i);
+    CompilerRun run{Read(name + ".args"), Read(name + ".text")};
+    run.arguments.pop_back();
+    std::replace(run.arguments.begin(), run.arguments.end(), '\n', ' ');
+    runs.push_back(std::move(run));
+  }
+  return runs;
+}
+
+std::vector<std::string> Workspace::Texts(std::size_t first) const {
+  std::vector<std::string> texts;
+  const std::vector<CompilerRun> runs = Runs();
+  for (std::size_t i = first; i <= runs.size(); ++i) texts.push_back(runs[i - 1].text);
+  return texts;
+}
+
+}  // namespace snipwell::testing
