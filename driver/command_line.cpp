@@ -182,7 +182,8 @@ std::optional<RunResult> ParseCommandLine(int argc, const char* const* argv,
   if (settings.verbose) TraceArguments(arguments);
   // The source is opened by its name up to a NUL byte, which a word of an argument file can hold;
   // the suffix must not stand behind one, or the name would be the source's own.
-  settings.errorFileName = std::string(Last(arguments).c_str()) + ".ZEDRerrfile";
+  const std::string source = Last(arguments);
+  settings.errorFileName = source.substr(0, source.find('\0')) + ".ZEDRerrfile";
   std::cerr << "ERRORFILE NAME: " << std::endl << settings.errorFileName << std::endl;
   return std::nullopt;
 }

@@ -18,6 +18,7 @@ constexpr char kAddress[] = "addr 0x";
 
 std::vector<std::string> Strings(const StringArray& array) {
   std::vector<std::string> strings;
+  strings.reserve(static_cast<std::size_t>(array.GetSize()));
   for (int i = 0; i < array.GetSize(); ++i) strings.push_back(array.Get(i));
   return strings;
 }

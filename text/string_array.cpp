@@ -107,9 +107,8 @@ void StringArray::Add(const std::string& value, int position) {
     ReportBadPosition("Adding to the beginning instead.");
     position = 0;
   }
-  const std::string added = value;  // `value` may be one of the strings that now move
   std::vector<std::string> kept = Take();
-  kept.insert(kept.begin() + position, added);
+  kept.insert(kept.begin() + position, value);
   Replace(std::move(kept));
 }
 

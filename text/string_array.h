@@ -13,9 +13,9 @@ namespace snipwell {
 /// collects the strings first.
 class StringArray {
  public:
-  /// Makes `size` strings: copies of the entries of `initial`, "" where `initial` or an entry is
-  /// null. A negative size is reported on standard error and makes an empty array.
-  explicit StringArray(int size = 0, const char* const* initial = nullptr);
+  /// Makes `count` strings: copies of the entries of `initial`, "" where `initial` or an entry is
+  /// null. A negative count is reported on standard error and makes an empty array.
+  explicit StringArray(int count = 0, const char* const* initial = nullptr);
   explicit StringArray(std::vector<std::string> pieces);
   StringArray(const StringArray& other);
   StringArray& operator=(const StringArray& other);
@@ -64,7 +64,7 @@ class StringArray {
 
  private:
   void SetSize(int newSize) { size = newSize; }
-  void Replace(std::vector<std::string> strings);
+  void Replace(std::vector<std::string> kept);
   std::vector<std::string> Take();
 
   int size = 0;

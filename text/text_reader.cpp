@@ -9,7 +9,7 @@ namespace snipwell {
 
 namespace {
 
-constexpr std::size_t kBlock = 64 * 1024;
+constexpr std::size_t kBlock = std::size_t{64} * 1024;
 // One more in front, for a carriage return held over from the block before.
 constexpr std::size_t kBufferSize = kBlock + 1;
 

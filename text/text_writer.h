@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "platform/descriptor.h"
@@ -38,7 +39,7 @@ class TextWriter {
   explicit TextWriter(std::string* text);
   void Flush();
 
-  static constexpr std::size_t kBlock = 64 * 1024;
+  static constexpr std::size_t kBlock = std::size_t{64} * 1024;
 
   platform::Descriptor file;
   std::string* memory = nullptr;
