@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 #include "platform/files.h"
 #include "text/text_reader.h"
@@ -19,8 +20,7 @@ void CopyTextFile(const std::string& from, const std::string& to) {
   TextWriter out(to);
   if (!in.IsOpen()) ReportError("Cannot open input file", from.c_str());
   if (!out.IsOpen()) ReportError("Cannot open output file", to.c_str());
-  char c = '\0';
-  while (in.Read(c)) out.Put(c);
+  for (std::string_view text = in.ReadSome(); !text.empty(); text = in.ReadSome()) out.Put(text);
   out.Close();
   if (in.Failed() || out.Failed()) ReportError("Something strange happened", "");
 }

@@ -12,11 +12,17 @@ namespace snipwell::platform {
 extern const bool kTextHasCarriageReturns;
 
 /// Opens a file. The result is empty when the file cannot be opened, with the system's reason in
-/// errno; a directory cannot be opened. `OpenForWriting` creates the file or truncates it,
-/// `OpenForAppending` creates it when missing and writes at its end.
+/// errno; a directory cannot be opened. The last three create a missing file: `OpenForWriting`
+/// makes it empty, `OpenForRewriting` writes over it from its start, and `CutOff` must then remove
+/// what is left of it, `OpenForAppending` writes at its end.
 Descriptor OpenForReading(const std::string& fileName);
 Descriptor OpenForWriting(const std::string& fileName);
+Descriptor OpenForRewriting(const std::string& fileName);
 Descriptor OpenForAppending(const std::string& fileName);
+
+/// Ends a file where the last write has ended. False when the system refuses; what is no plain file
+/// has no end to move and succeeds.
+bool CutOff(int descriptor);
 
 /// Reads at most `size` bytes into `buffer`. Returns the number of bytes read, 0 at the end of the
 /// file and -1 on an error.
@@ -28,9 +34,9 @@ bool WriteAll(int descriptor, const char* data, std::size_t size);
 /// Deletes a file (a link itself, not what it points to). False when nothing was deleted.
 bool RemoveFile(const std::string& fileName);
 
-/// Deletes the file `to`, if there is one, and gives the file `from` its name, in one step where the
-/// system can: then no moment is without a file of that name. False on failure; `from` is then as
-/// before.
+/// Deletes the file `to`, if there is one, and gives the file `from` its name, in one step where
+/// the system can: then no moment is without a file of that name. False on failure; `from` is then
+/// as before.
 bool ReplaceFile(const std::string& from, const std::string& to);
 
 /// A text that stands for the file that a name leads to, through any link: two names have the same

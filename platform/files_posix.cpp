@@ -53,8 +53,21 @@ Descriptor OpenForWriting(const std::string& fileName) {
   return Open(fileName, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
+Descriptor OpenForRewriting(const std::string& fileName) {
+  return Open(fileName, O_WRONLY | O_CREAT);
+}
+
 Descriptor OpenForAppending(const std::string& fileName) {
   return Open(fileName, O_WRONLY | O_CREAT | O_APPEND);
+}
+
+bool CutOff(int descriptor) {
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) return false;
+  if (!S_ISREG(status.st_mode)) return true;
+  const off_t end = ::lseek(descriptor, 0, SEEK_CUR);
+  if (end < 0) return false;
+  return end == status.st_size || ::ftruncate(descriptor, end) == 0;
 }
 
 std::ptrdiff_t ReadSome(int descriptor, char* buffer, std::size_t size) {

@@ -36,17 +36,30 @@ class ChildSignalDefault {
   struct sigaction before {};
 };
 
+/// The signals that the tool was started with ignored. A program that it starts would ignore them
+/// as well; handled ones become default anyway.
+sigset_t IgnoredSignals() {
+  sigset_t ignored;
+  ::sigemptyset(&ignored);
+  for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+    struct sigaction handling {};
+    if (::sigaction(signal, nullptr, &handling) == 0 && handling.sa_handler == SIG_IGN) {
+      ::sigaddset(&ignored, signal);
+    }
+  }
+  return ignored;
+}
+
 /// Spawn attributes that start the child with default signals and nothing blocked, so that Ctrl-C
 /// ends the compiler whatever the tool itself has inherited.
 class DefaultSignals {
  public:
   DefaultSignals() {
-    sigset_t all;
+    static const sigset_t ignored = IgnoredSignals();
     sigset_t none;
-    ::sigfillset(&all);
     ::sigemptyset(&none);
     ::posix_spawnattr_init(&attributes);
-    ::posix_spawnattr_setsigdefault(&attributes, &all);
+    ::posix_spawnattr_setsigdefault(&attributes, &ignored);
     ::posix_spawnattr_setsigmask(&attributes, &none);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
   }

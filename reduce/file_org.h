@@ -86,7 +86,8 @@ class FileOrg {
   void ScanFile();
   void ScanParentBody();
   void RefreshParent();
-  void ReplaceObjectList(ObjectList newList, int created);
+  void ReleaseObjectList();
+  void TakeObjectList(ObjectList newList, int created);
   void BuildErrorDetectList();
   void ApplyErrorDetectList(ObjOrg* list, const ErrDetect* nodes) const;
   void FillErrorArrays(const ObjOrg* list);

@@ -7,6 +7,7 @@
 
 #include <ctime>
 #include <iostream>
+#include <string_view>
 
 #include "driver/file_helpers.h"
 #include "driver/run_compiler.h"
@@ -30,20 +31,19 @@ class Copier {
   void SetPosition(const Position& position) { current = position; }
 
   void CopyThrough(const Position& bound) {
-    while (current < bound) {
-      const char c = current.Get(in);
-      if (in.AtEnd()) return;
-      out.Put(c);
+    for (std::string_view run = current.GetRun(in, bound); !run.empty();
+         run = current.GetRun(in, bound)) {
+      out.Put(run);
     }
   }
 
   void SkipThrough(const Position& bound) {
-    while (current < bound && !in.AtEnd()) current.Get(in);
+    while (!current.GetRun(in, bound).empty()) {
+    }
   }
 
   void CopyRest() {
-    char c = '\0';
-    while (in.Read(c)) out.Put(c);
+    for (std::string_view text = in.ReadSome(); !text.empty(); text = in.ReadSome()) out.Put(text);
   }
 
  private:

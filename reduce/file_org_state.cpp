@@ -44,7 +44,8 @@ class ListBuilder {
 
 /// Reads until `position` is no longer before `bound`, or to the end.
 void ReadThrough(TextReader& in, Position& position, const Position& bound) {
-  while (position < bound && !in.AtEnd()) position.Get(in);
+  while (!position.GetRun(in, bound).empty()) {
+  }
 }
 
 }  // namespace
@@ -64,13 +65,14 @@ void FileOrg::BuildList() {
 void FileOrg::ScanFile() {
   TextReader in(isolatedFileName, LineEnds::Native);
   Position position;
+  ReleaseObjectList();
   ListBuilder builder;
   // An empty file has no object. Otherwise the file is at its end only when a scan has met it: the
   // white space after the last declaration is one more object.
   for (bool more = !in.IsExhausted(); more; more = !in.AtEnd()) {
     builder.Append(position).ScanDeclarations(isCpp, in, position);
   }
-  ReplaceObjectList(builder.Take(), builder.Count());
+  TakeObjectList(builder.Take(), builder.Count());
 }
 
 /// Scans `parentObject` again where it now stands. The scan starts one character before the first
@@ -92,6 +94,7 @@ void FileOrg::ScanParentBody() {
   TextReader in(isolatedFileName, LineEnds::Native);
   Position position;
   ReadThrough(in, position, parentObject->GetStartBody());
+  ReleaseObjectList();
   ListBuilder builder;
   while (position < parentObject->GetEndBody() && !in.AtEnd()) {
     ObjOrg& object = builder.Append(position);
@@ -101,12 +104,15 @@ void FileOrg::ScanParentBody() {
       object.ScanBody(isCpp, in, position);
     }
   }
-  ReplaceObjectList(builder.Take(), builder.Count());
+  TakeObjectList(builder.Take(), builder.Count());
 }
 
-void FileOrg::ReplaceObjectList(ObjectList newList, int created) {
+void FileOrg::ReleaseObjectList() {
   const int removed = FreeList(objectList.release());
   if (verbose) std::cerr << "Num List Nodes Removed: " << removed << std::endl;
+}
+
+void FileOrg::TakeObjectList(ObjectList newList, int created) {
   objectList = std::move(newList);
   if (verbose) std::cerr << "Num List Nodes Created: " << created << std::endl;
 }

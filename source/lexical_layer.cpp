@@ -1,5 +1,8 @@
 #include "source/lexical_layer.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace snipwell {
 
 namespace {
@@ -34,8 +37,6 @@ constexpr ClassTable MakeClassTable() {
   return table;
 }
 
-constexpr ClassTable kClasses = MakeClassTable();
-
 bool IsWordCharacter(char c) {
   const CharClass charClass = ClassOf(c);
   return charClass == CharClass::WordStart || charClass == CharClass::Digit;
@@ -48,17 +49,27 @@ bool IsWhiteSpace(char c) {
 
 }  // namespace
 
-CharClass ClassOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
+// A constant of the compilation, so it is there before anything scans.
+constexpr ClassTable kCharClasses = MakeClassTable();
 
 bool LexicalLayer::ReadWord() {
   if (!IsWordCharacter(ch)) return false;
   std::size_t length = 0;
   do {
     word[length++] = ch;
+    // What is at hand of the word is read in one go: most of a source is words.
+    const std::size_t count = WordCharactersAtHand(kMaxWord - length);
+    if (count > 0) length += position.GetWithinLine(input, count).copy(&word[length], count);
     Advance();
   } while (IsWordCharacter(ch) && IsGood() && length < kMaxWord);
   word[length] = '\0';
   return true;
+}
+
+std::size_t LexicalLayer::WordCharactersAtHand(std::size_t most) const {
+  const std::string_view text = input.AtHand().substr(0, most);
+  return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsWordCharacter) -
+                                  text.begin());
 }
 
 bool LexicalLayer::SkipWhiteSpace() {

@@ -30,8 +30,11 @@ enum class CharClass : unsigned char {
   CloseParen,
 };
 
-/// The class of a character; codes from 128 up are Other.
-CharClass ClassOf(char c);
+/// The class of each character code; those from 128 up are Other.
+extern const std::array<CharClass, 256> kCharClasses;
+
+// Inline, since every character of every scan is looked up.
+inline CharClass ClassOf(char c) { return kCharClasses[static_cast<unsigned char>(c)]; }
 
 /// The state of one object's scan and the steps that read and skip text, shared by the two
 /// scanners. The text is walked one character at a time: `ch` holds the character to be classified,
@@ -91,6 +94,8 @@ class LexicalLayer {
   int parens = 0;  // of parentheses
 
  private:
+  std::size_t WordCharactersAtHand(std::size_t most) const;
+
   static constexpr std::size_t kMaxWord = 300;
   std::array<char, kMaxWord + 1> word{};
 };

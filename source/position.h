@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
+#include <string_view>
 
 #include "text/text_reader.h"
 
@@ -31,6 +33,16 @@ class Position {
   /// already reported its end changes nothing.
   char Get(TextReader& in);
 
+  /// Reads the next characters up to `bound`, as many as are at hand; at least one, if there is
+  /// one. `Get` for each of them would leave the same position. Returns them, valid until the next
+  /// read; nothing at the end of the text, or when `bound` is reached or passed.
+  std::string_view GetRun(TextReader& in, const Position& bound);
+
+  /// Reads `count` characters (at least one) that are at hand, of which only the last
+  /// may be a line feed, when the one read before is no line feed. Returns them, valid until the
+  /// next read.
+  std::string_view GetWithinLine(TextReader& in, std::size_t count);
+
   /// The position one character back, with `prevCol` -1 and nothing read: only one step back over
   /// a line break is possible.
   Position Previous() const;
@@ -48,6 +60,8 @@ class Position {
   bool operator>(const Position& other) const { return other < *this; }
 
  private:
+  std::size_t PassWithinLine(std::string_view text, const Position& bound);
+
   int line;
   int col;
   int prevCol;

@@ -37,6 +37,13 @@ TextReader TextReader::OverMemory(std::string_view text, LineEnds lineEnds) {
   return TextReader(text, lineEnds);
 }
 
+std::string_view TextReader::ReadSome() {
+  if (next == limit && !Fill()) return {};
+  const std::string_view read = AtHand();
+  next = limit;
+  return read;
+}
+
 bool TextReader::Fill() {
   if (FillBuffer()) return true;
   atEnd = true;

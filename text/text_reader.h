@@ -38,6 +38,15 @@ class TextReader {
     return true;
   }
 
+  /// The next characters that are at hand without a read of the file, maybe none; valid until the
+  /// next operation. `Skip` passes over the first `count` of them.
+  std::string_view AtHand() const { return {next, static_cast<std::size_t>(limit - next)}; }
+  void Skip(std::size_t count) { next += count; }
+
+  /// Reads as many characters as are at hand, at least one; nothing at the end. Valid until the
+  /// next operation.
+  std::string_view ReadSome();
+
   /// True when the next read will find the end. Does not put the reader at its end.
   bool IsExhausted() { return next == limit && !FillBuffer(); }
 

@@ -20,22 +20,25 @@ std::string WithCarriageReturns(const std::string& text) {
 
 }  // namespace
 
+// A file that is written again and again is written over and cut off: file systems can take an
+// emptied and refilled one for a replacement that must reach the disk at once.
 TextWriter::TextWriter(const std::string& fileName)
-    : TextWriter(platform::OpenForWriting(fileName)) {}
+    : TextWriter(platform::OpenForRewriting(fileName), true) {}
 
-TextWriter::TextWriter(platform::Descriptor openFile)
-    : file(std::move(openFile)), failed(!file.IsOpen()) {}
+TextWriter::TextWriter(platform::Descriptor openFile, bool replacesText)
+    : file(std::move(openFile)), replaces(replacesText), failed(!file.IsOpen()) {}
 
 TextWriter::TextWriter(std::string* text) : memory(text), failed(false) {}
 
 TextWriter TextWriter::Appending(const std::string& fileName) {
-  return TextWriter(platform::OpenForAppending(fileName));
+  return TextWriter(platform::OpenForAppending(fileName), false);
 }
 
 TextWriter TextWriter::IntoMemory(std::string& text) { return TextWriter(&text); }
 
 bool TextWriter::Close() {
   Flush();
+  if (replaces && file.IsOpen() && !platform::CutOff(file.Number())) failed = true;
   if (!file.Close()) failed = true;
   return !failed;
 }

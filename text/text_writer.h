@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "platform/descriptor.h"
 
@@ -11,8 +12,9 @@ namespace snipwell {
 /// file and closes it when it goes.
 class TextWriter {
  public:
-  /// Creates the file or truncates it. When it cannot be opened the writer has failed, and takes
-  /// what is written without effect.
+  /// Creates the file or replaces what it holds; the old text is gone when the writer is closed.
+  /// When the file cannot be opened the writer has failed, and takes what is written without
+  /// effect.
   explicit TextWriter(const std::string& fileName);
   /// Writes at the end of the file, created when missing.
   static TextWriter Appending(const std::string& fileName);
@@ -31,17 +33,23 @@ class TextWriter {
     if (pending.size() >= kBlock) Flush();
   }
 
+  void Put(std::string_view text) {
+    pending.append(text);
+    if (pending.size() >= kBlock) Flush();
+  }
+
   /// Writes what is pending and closes the file. Returns false when the text is not complete.
   bool Close();
 
  private:
-  explicit TextWriter(platform::Descriptor openFile);
+  TextWriter(platform::Descriptor openFile, bool replacesText);
   explicit TextWriter(std::string* text);
   void Flush();
 
   static constexpr std::size_t kBlock = std::size_t{64} * 1024;
 
   platform::Descriptor file;
+  bool replaces = false;  // what the file held is to be replaced
   std::string* memory = nullptr;
   std::string pending;
   bool failed;
