@@ -37,7 +37,7 @@ bool RemoveFile(const std::string& fileName);
 /// Deletes the file `to`, if there is one, and gives the file `from` its name, in one step where
 /// the system can: then no moment is without a file of that name. False on failure; `from` is then
 /// as before.
-bool ReplaceFile(const std::string& from, const std::string& to);
+bool RenameOver(const std::string& from, const std::string& to);
 
 /// A text that stands for the file that a name leads to, through any link: two names have the same
 /// text exactly when they lead to one file. Empty when there is no such file.

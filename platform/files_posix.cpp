@@ -92,7 +92,7 @@ bool WriteAll(int descriptor, const char* data, std::size_t size) {
 
 bool RemoveFile(const std::string& fileName) { return ::unlink(fileName.c_str()) == 0; }
 
-bool ReplaceFile(const std::string& from, const std::string& to) {
+bool RenameOver(const std::string& from, const std::string& to) {
   return std::rename(from.c_str(), to.c_str()) == 0;
 }
 

@@ -94,7 +94,7 @@ void FileOrg::Update() {
   bool replaced = false;
   {
     const platform::InterruptIgnored ignored;
-    replaced = platform::ReplaceFile(candidateFileName, isolatedFileName);
+    replaced = platform::RenameOver(candidateFileName, isolatedFileName);
   }
   // The compiler itself can have taken the candidate away.
   if (!replaced) ReportError("Cannot replace isolated file", isolatedFileName.c_str());

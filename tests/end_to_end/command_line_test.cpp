@@ -194,7 +194,7 @@ TEST(ArgumentFiles, MayHoldManyWords) {
   for (int i = 0; i < 100'000; ++i) words += "-w ";
   work.Write("f", words);
   work.Write("x.c", "a;");
-  work.Snip({"@f", "/LOGFILE=l", "x.c"}, {"snip", ">/dev/null", ""});
+  work.Snip({"@f", "/LOGFILE=l", "x.c"});
   EXPECT_NE(work.Read("test_err").find(kNoCompiler), std::string::npos);
 }
 

@@ -13,12 +13,14 @@
 //   clock 900               let the test clock go on by 900 seconds
 //   delete                  delete the file to compile
 //   exit 2                  end with this status (0 when nothing is said)
-//   abort                   end by a signal
+//   abort                  end by the signal of that name
+//   crash                  end by an access to memory that is not there
 //
 // and carries out the first rule whose conditions all hold; without one it succeeds silently. The
 // file to compile is the last argument. Each run leaves its arguments, one a line, in "runs/N.args"
 // and the text of that file in "runs/N.text".
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -119,6 +121,11 @@ void AdvanceClock(int seconds) {
   std::ofstream("test_clock") << now + seconds;
 }
 
+void Crash() {
+  volatile int* volatile nowhere = nullptr;
+  *nowhere = 1;
+}
+
 int Act(const Rule& rule, const Compilation& made) {
   for (const Line& line : rule) {
     if (line.word == "out") std::cout << WithFileName(line.rest, made.file) << std::endl;
@@ -126,7 +133,8 @@ int Act(const Rule& rule, const Compilation& made) {
     if (line.word == "raw") std::cout << WithFileName(line.rest, made.file) << std::flush;
     if (line.word == "clock") AdvanceClock(std::stoi(line.rest));
     if (line.word == "delete") std::filesystem::remove(made.file);
-    if (line.word == "abort") std::abort();
+    if (line.word == "abort") std::raise(SIGABRT);
+    if (line.word == "crash") Crash();
     if (line.word == "exit") return std::stoi(line.rest);
   }
   return EXIT_SUCCESS;

@@ -235,26 +235,6 @@ TEST(Run, TracesEveryStepInVerboseMode) {
   EXPECT_EQ(outcome.err, expected);
 }
 
-// Standard error flushes standard output first, so on one terminal the lines keep their order.
-TEST(Run, KeepsTheOrderOfBothStreams) {
-  const Workspace work;
-  work.Write("args", "/LOGFILE=log");
-  work.Write("x.c", "a;");
-  work.Snip({"@args", "/COMPILER=fake_compiler", "/VERBOSE", "x.c"},
-            {"snip", ">test_all 2>&1", ""});
-  const std::string all = work.Read("test_all");
-  std::size_t last = 0;
-  for (const char* part : {"***SNIPWELL", "INITIAL ARGUMENTS:", "found file_of_args as argument 1",
-                           "temp after: /LOGFILE=log", "Reading args from args", "TC: -1",
-                           "Compiler Path is:", "ARGNUM 2: x.c", "ERRORFILE NAME: "}) {
-    const std::size_t place = all.find(part);
-    ASSERT_NE(place, std::string::npos) << part;
-    EXPECT_GE(place, last) << part;
-    last = place;
-  }
-  EXPECT_EQ(all.back(), '0');
-}
-
 TEST(Criteria, ComeFromTheNamedFileWithRemarks) {
   const Workspace work;
   work.SetRules("rule\nout x(1) : error\nout it \"broke\" here\nexit 1\n");

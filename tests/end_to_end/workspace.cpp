@@ -1,13 +1,12 @@
 #include "tests/end_to_end/workspace.h"
 
-#include <sys/wait.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <stdexcept>
+
+#include "tests/end_to_end/run_tool.h"
 
 namespace snipwell::testing {
 
@@ -15,24 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Quoted(const std::string& word) {
-  std::string quoted = "'";
-  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
-  return quoted + "'";
-}
-
 fs::path FreshFolder() {
   std::random_device random;
   for (;;) {
     const fs::path folder = fs::temp_directory_path() / ("snip_test_" + std::to_string(random()));
     if (fs::create_directory(folder)) return fs::canonical(folder);
   }
-}
-
-std::string CleanEnvironment() {
-  const char* const path = std::getenv("PATH");
-  return "env -i TZ=UTC LC_ALL=C PATH=" +
-         Quoted(std::string(SNIP_FOLDER) + ':' + TEST_PROGRAM_FOLDER + ':' + (path ? path : ""));
 }
 
 bool IsOfTheTest(const std::string& name) {
@@ -55,6 +42,15 @@ void Workspace::Write(const std::string& name, const std::string& text) const {
 }
 
 std::string Workspace::Read(const std::string& name) const {
+  std::string text = ReadBytes(name);
+  if (!kTextHasCarriageReturns) return text;
+  for (std::size_t i = text.find("\r\n"); i != std::string::npos; i = text.find("\r\n", i)) {
+    text.erase(i, 1);
+  }
+  return text;
+}
+
+std::string Workspace::ReadBytes(const std::string& name) const {
   std::ifstream in(folder / name, std::ios::binary);
   if (!in) return "(no file " + name + ")";
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
@@ -83,15 +79,10 @@ void Workspace::FailWhileItHas(const std::vector<std::string>& needed) const {
 }
 
 Outcome Workspace::Snip(const std::vector<std::string>& arguments, const Start& start) const {
-  std::string command = "cd " + Quoted(folder.string()) + " && " + start.prefix + ' ' +
-                        CleanEnvironment() + ' ' + start.program;
-  for (const std::string& argument : arguments) command += ' ' + Quoted(argument);
-  command += " </dev/null >test_out 2>test_err " + start.redirections;
-  const int status = std::system(command.c_str());
   Outcome outcome;
+  outcome.status = RunTool(folder, arguments, start);
   outcome.out = Read("test_out");
   outcome.err = Read("test_err");
-  outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   return outcome;
 }
 

@@ -6,7 +6,7 @@
 
 namespace snipwell::testing {
 
-/// What a run of the tool left on its streams. Line ends are those of the system.
+/// What a run of the tool left on its streams.
 struct Outcome {
   std::string out;
   std::string err;
@@ -19,12 +19,12 @@ struct CompilerRun {
   std::string text;       ///< of the file to compile
 };
 
-/// How the tool is started.
+/// How the tool is started. The last two are for systems with a POSIX shell.
 struct Start {
   std::string program = "snip";
-  /// Shell redirections, after those of the standard streams to files; empty changes nothing.
+  /// Redirections after those of the standard streams to files; empty changes nothing.
   std::string redirections;
-  /// Shell words before the program, such as "env NAME=value" or "nice".
+  /// Commands or words before the program, such as "trap '' INT;".
   std::string prefix;
 };
 
@@ -39,8 +39,11 @@ class Workspace {
 
   const std::filesystem::path& Folder() const { return folder; }
   void Write(const std::string& name, const std::string& text) const;
-  /// The bytes of a file; a text of its own when there is none, so that no expectation meets it.
+  /// The text of a file, with a line feed at the end of a line on every system; a text of its own
+  /// when there is none, so that no expectation meets it.
   std::string Read(const std::string& name) const;
+  /// The same as it stands in the file.
+  std::string ReadBytes(const std::string& name) const;
   bool Exists(const std::string& name) const;
   /// The names of the files in the folder, sorted and joined with blanks; not the test's own.
   std::string Files() const;

@@ -1,0 +1,137 @@
+// What is particular to Windows: line ends, quoting, batch files, how a compiler crashes.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/command_line_windows.h"
+#include "tests/end_to_end/run_tool.h"
+#include "tests/end_to_end/workspace.h"
+
+namespace snipwell::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(Quoting, FollowsTheRulesOfCRuntimes) {
+  const struct {
+    const char* argument;
+    const char* quoted;
+  } rows[] = {
+      {"plain", "plain"},
+      {"", "\"\""},
+      {"a b", "\"a b\""},
+      {"a\\b\\", "a\\b\\"},
+      {"a b\\", "\"a b\\\\\""},
+      {"a\"b", "\"a\\\"b\""},
+      {"a\\\\\"b", "\"a\\\\\\\\\\\"b\""},
+      {"tab\there", "\"tab\there\""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(platform::QuoteArgument(row.argument), row.quoted);
+}
+
+TEST(Quoting, BringsEachArgumentToTheCompiler) {
+  for (const char* argument :
+       {"a b", "a\"b", "C:\\with blank\\", "\\\"", "a\\\\ \"b c\"", "%PATH%"}) {
+    SCOPED_TRACE(argument);
+    const Workspace work;
+    work.Write("my x.c", "a;");
+    work.Isolate("my x.c", {argument, "last"});
+    EXPECT_EQ(work.Read("runs/1.args"), std::string("snip\n") + argument + "\nlast\n-c\nmy x.c\n");
+  }
+}
+
+TEST(Text, IsWrittenWithCarriageReturns) {
+  for (const std::string end : {"\r\n", "\n"}) {
+    SCOPED_TRACE(end == "\n" ? "line feeds" : "pairs");
+    const Workspace work;
+    work.SetRules("rule\nhas b\nout {file}(1) : error\nexit 1\n");
+    work.Write("args", "/ERRORMATCH=criteria" + end + " /LOGFILE=log" + end);
+    work.Write("criteria", "one:" + end + "\" : error\"" + end);
+    work.Write("x.c", "a;" + end + end + "b;" + end + "c;" + end);
+    work.Snip({"/COMPILER=fake_compiler", "@args", "x.c"});
+    EXPECT_EQ(work.Texts(6), (std::vector<std::string>{"", "a;\nb;\nc;", "a;\nb;", "a;", "\nb;"}));
+    EXPECT_EQ(work.ReadBytes("x.tsf.c"), "\r\nb;");
+    EXPECT_EQ(work.ReadBytes("x.c.ZEDRerrfile"),
+              "x.fut.c(1) : error\r\n"
+              "------------- ******* --------------------\r\n"
+              "Compiler failed for this file.\r\n");
+    const std::string log = work.ReadBytes("log");
+    EXPECT_EQ(log.substr(log.size() - 2), "\r\n");
+    const std::string out = work.ReadBytes("test_out");
+    EXPECT_EQ(out.substr(0, 17), "***SNIPWELL ***\r\n");
+  }
+}
+
+TEST(Compiler, ThatCrashesByAnAccessViolationHasFailed) {
+  const Workspace work;
+  work.SetRules("rule\nhas b\nout internal error: dying\ncrash\n");
+  work.Write("x.c", "a;b;c;");
+  work.Isolate("x.c");
+  EXPECT_EQ(work.Read("x.tsf.c"), "b;");
+}
+
+// The status that the C runtime's own start of a program cannot tell from a failed start.
+TEST(Compiler, ThatEndsWithMinusOneHasFailed) {
+  const Workspace work;
+  work.SetRules("rule\nhas b\nout {file}(1) : error\nexit -1\n");
+  work.Write("x.c", "a;b;c;");
+  work.Isolate("x.c");
+  EXPECT_EQ(work.Read("x.tsf.c"), "b;");
+}
+
+TEST(Compiler, IsFoundWithOrWithoutItsSuffix) {
+  const struct {
+    const char* name;
+    const char* out;
+  } rows[] = {
+      {"fake_compiler", "***SNIPWELL ***\n0"},
+      {"fake_compiler.exe", "***SNIPWELL ***\n0"},
+      {"my tools\\cc", "***SNIPWELL ***\n0"},
+      {"my tools/cc.exe", "***SNIPWELL ***\n0"},
+      {".\\fake_compiler", "***SNIPWELL ***\nCould not run the compiler\n"},
+      {"my tools", "***SNIPWELL ***\nCould not run the compiler\n"},
+      {"x.c", "***SNIPWELL ***\nCould not run the compiler\n"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Workspace work;
+    fs::create_directory(work.Folder() / "my tools");
+    fs::copy_file(TestProgramFolder() / "fake_compiler.exe", work.Folder() / "my tools/cc.exe");
+    work.Write("x.c", "a;");
+    const Outcome outcome =
+        work.Snip({std::string("/COMPILER=") + row.name, "/LOGFILE=log", "x.c"});
+    EXPECT_EQ(outcome.out, row.out);
+  }
+}
+
+// The command interpreter runs it, and gets arguments that it passes on as they are; it has no way
+// to quote a double quote or a percent sign.
+TEST(BatchFiles, RunWithTheArgumentsThatTheInterpreterPassesOn) {
+  const Workspace work;
+  fs::create_directory(work.Folder() / "my tools");
+  work.Write("my tools/cc.bat", "@fake_compiler %*\r\n");
+  work.FailWhileItHas({"b"});
+  work.Write("my x.c", "a;b;c;");
+  const Outcome outcome =
+      work.Snip({"/COMPILER=my tools\\cc", "/LOGFILE=log", "two words", "a&b", "(^)", "my x.c"});
+  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
+  EXPECT_EQ(work.Read("runs/1.args").substr(work.Read("runs/1.args").find('\n')),
+            "\ntwo words\na&b\n(^)\n-c\nmy x.c\n");
+  EXPECT_EQ(work.Read("my x.tsf.c"), "b;");
+}
+
+TEST(BatchFiles, AreNotStartedWithOtherArguments) {
+  for (const char* argument : {"%PATH%", "a\"b"}) {
+    SCOPED_TRACE(argument);
+    const Workspace work;
+    work.Write("cc.bat", "@fake_compiler %*\r\n");
+    work.Write("x.c", "a;");
+    const Outcome outcome = work.Snip({"/COMPILER=cc.bat", "/LOGFILE=log", argument, "x.c"});
+    EXPECT_EQ(outcome.out, "***SNIPWELL ***\nCould not run the compiler\n");
+    EXPECT_TRUE(work.Runs().empty());
+  }
+}
+
+}  // namespace
+}  // namespace snipwell::testing
