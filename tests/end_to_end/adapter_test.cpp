@@ -1,0 +1,154 @@
+// The adapter between the tool and compilers or tests that do not speak as it expects.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/end_to_end/workspace.h"
+
+namespace snipwell::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool HasProgram(const std::string& name) {
+  return std::system(("command -v " + name + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+std::string ReadAll(const fs::path& path) {
+  std::ifstream in(path);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> Words(const std::string& text) {
+  std::istringstream in(text);
+  return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
+}
+
+class AdapterTest : public ::testing::Test {
+ protected:
+  AdapterTest() { fs::create_directory(work.Folder() / "tmp"); }
+  // Nothing of any compilation stays behind.
+  ~AdapterTest() override { EXPECT_TRUE(fs::is_empty(work.Folder() / "tmp")); }
+
+  Outcome Isolate(const std::string& source, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"/COMPILER=snip-cc", "/LOGFILE=log"});
+    arguments.push_back(source);
+    return work.Snip(arguments, {"env TMPDIR=\"$PWD/tmp\" snip", "", ""});
+  }
+
+  void WriteScript(const std::string& name, const std::string& text) {
+    work.Write(name, "#!/bin/sh\n" + text);
+    fs::permissions(work.Folder() / name, fs::perms::owner_all);
+  }
+
+  Workspace work;
+};
+
+// The line of the error moves with every cut above it.
+TEST_F(AdapterTest, IsolatesAnErrorOfGccWhoseLineMoves) {
+  if (!HasProgram("g++")) GTEST_SKIP() << "no g++ here";
+  std::string source;
+  for (int i = 0; i < 12; ++i) source += "int before" + std::to_string(i) + ";\n";
+  work.Write("x.cpp", source + "struct S { int a; };\nint f(S s) { return s.b; }\nint after;\n");
+  const Outcome outcome = Isolate("x.cpp", {"--cc=g++", "-O2"});
+  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
+  EXPECT_EQ(work.Read("x.tsf.cpp"), "\nstruct S {  };\nint f(S s) { return s.b; }");
+  EXPECT_NE(work.Read("x.cpp.ZEDRerrfile").find("x.fut.cpp("), std::string::npos);
+}
+
+const char kCrash[] =
+    "void one() {\n  int i;\n#pragma clang __debug llvm_fatal_error\n  int j;\n}\n";
+const char kOtherCrash[] = "void other() {\n  int i;\n#pragma clang __debug crash\n  int j;\n}\n";
+
+TEST_F(AdapterTest, StaysWithTheFirstOfTwoCrashesOfClang) {
+  if (!HasProgram("clang++")) GTEST_SKIP() << "no clang++ here";
+  for (const bool fatalErrorFirst : {true, false}) {
+    const std::string first = fatalErrorFirst ? kCrash : kOtherCrash;
+    const std::string second = fatalErrorFirst ? kOtherCrash : kCrash;
+    work.Write("x.cpp", "int a;\n\n" + first + "\n" + second + "\nint b;\n");
+    const Outcome outcome = Isolate("x.cpp", {"--cc=clang++"});
+    EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
+    const std::string isolated = work.Read("x.tsf.cpp");
+    EXPECT_NE(isolated.find(fatalErrorFirst ? "llvm_fatal_error" : "__debug crash"),
+              std::string::npos)
+        << isolated;
+    EXPECT_EQ(isolated.find(fatalErrorFirst ? "__debug crash" : "llvm_fatal_error"),
+              std::string::npos)
+        << isolated;
+    EXPECT_EQ(isolated.find("int b"), std::string::npos) << isolated;
+  }
+}
+
+TEST_F(AdapterTest, LeavesBothChecksToClangInClMode) {
+  if (!HasProgram("clang++")) GTEST_SKIP() << "no clang++ here";
+  work.Write("x.cpp", "int a;\nstruct S { int a; };\nint f(S s) { return s.b; }\n");
+  const Outcome outcome = Isolate("x.cpp", {"--cc=clang++", "--driver-mode=cl", "/VERBOSE"});
+  EXPECT_NE(outcome.err.find("Using front-end only of compiler\n"), std::string::npos);
+  EXPECT_NE(outcome.err.find("Using NO optimizations\n"), std::string::npos);
+  EXPECT_EQ(work.Read("x.tsf.cpp"), "\nstruct S {  };\nint f(S s) { return s.b; }");
+}
+
+// The compiler and what it has started are ended at the limit; a candidate that hangs in another
+// way than the source does not stop the run.
+TEST_F(AdapterTest, IsolatesAHang) {
+  WriteScript("slow",
+              "for file; do :; done\n"
+              "grep -q 'hang;' $file || exit 0\n"
+              "sleep 60 & echo $! >>children\n"
+              "sleep 60\n");
+  work.Write("x.c", "a;hang;c;");
+  const Outcome outcome = Isolate("x.c", {"--cc=./slow", "--limit=0.1"});
+  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
+  EXPECT_EQ(work.Read("x.tsf.c"), "hang;");
+  for (const std::string& child : Words(work.Read("children"))) {
+    const std::string status = ReadAll("/proc/" + child + "/status");
+    EXPECT_TRUE(status.empty() || status.find("State:\tZ") != std::string::npos) << status;
+  }
+}
+
+TEST_F(AdapterTest, RunsATestInAFolderWithTheSourceUnderItsOwnName) {
+  WriteScript("check.sh", "ls\necho ': error'\n[ \"$(ls)\" = my.x.c ] && grep -q 'b;' my.x.c\n");
+  work.Write("my.x.c", "a;b;c;");
+  const Outcome outcome = Isolate("my.x.c", {"--test=./check.sh"});
+  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
+  EXPECT_EQ(work.Read("my.x.tsf.c"), "b;");
+  work.Write("y.c", "a;");
+  EXPECT_EQ(Isolate("y.c", {"--test=./check.sh"}).out, "***SNIPWELL ***\n0");
+}
+
+TEST_F(AdapterTest, PassesTheStatusOn) {
+  WriteScript("cc", "echo said; echo so >&2; exit 3\n");
+  WriteScript("killed", "kill -9 $$\n");
+  work.Write("x.c", "a;");
+  const Start adapter = {"env TMPDIR=\"$PWD/tmp\" snip-cc", "", ""};
+  Outcome outcome = work.Snip({"--cc=./cc", "x.c"}, adapter);
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.out, "said\nso\n");
+  outcome = work.Snip({"--cc=./killed", "x.c"}, adapter);
+  EXPECT_EQ(outcome.status, 137);
+  EXPECT_EQ(outcome.out, "snip-cc: internal error: ended by signal 9\n");
+  EXPECT_EQ(work.Snip({"--cc=./missing", "x.c"}, adapter).status, 127);
+  EXPECT_EQ(work.Snip({"--limit=x", "x.c"}, adapter).status, 2);
+}
+
+TEST_F(AdapterTest, EndsTheCompilerWhenInterrupted) {
+  WriteScript("slow", "echo $$ >started\nsleep 60\n");
+  work.Write("x.c", "a;");
+  // A shell ignores the interrupt signal for what it starts in the background; TERM it does not.
+  const Outcome outcome = work.Snip(
+      {"--cc=./slow", "x.c"},
+      {"env TMPDIR=\"$PWD/tmp\" sh -c 'snip-cc \"$@\" & while ! [ -s started ]; do :; done; "
+       "kill -TERM $!; wait $!; echo $?; kill -0 $(cat started) 2>/dev/null; echo $?' sh",
+       "", ""});
+  EXPECT_EQ(outcome.out, "143\n1\n");
+}
+
+}  // namespace
+}  // namespace snipwell::testing
