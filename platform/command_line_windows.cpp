@@ -27,19 +27,34 @@ std::string MakeCommandLine(char* const* argv) {
   return line;
 }
 
+namespace {
+
+/// Between quotes. Backslashes before the closing one are doubled for the program that gets the
+/// argument in the end; the interpreter does not mind.
+std::string QuoteForBatch(const std::string& argument) {
+  const std::size_t last = argument.find_last_not_of('\\') + 1;  // 0 when there is none
+  return '"' + argument + std::string(argument.size() - last, '\\') + '"';
+}
+
+}  // namespace
+
 std::string MakeBatchCommandLine(const std::string& batchFile, char* const* argv) {
-  // The interpreter takes off the outer pair of quotes. Between quotes it leaves every sign alone
-  // but these two.
-  std::string line = "cmd.exe /d /s /c \"\"" + batchFile + '"';
+  // The interpreter takes 8191 characters; some are left for what the batch file makes of them.
+  constexpr std::size_t kLongest = 8000;
+  // It takes off the outer pair of quotes. Between quotes it leaves every sign alone but the
+  // percent sign and the quote itself, as long as "!" has no meaning.
+  std::string line = "cmd.exe /d /v:off /e:on /s /c \"\"" + batchFile + '"';
   if (batchFile.find('%') != std::string::npos) return std::string();
   for (char* const* rest = *argv == nullptr ? argv : argv + 1; *rest != nullptr; ++rest) {
     const std::string argument = *rest;
     if (argument.find_first_of("\"%\r\n") != std::string::npos) return std::string();
     const bool plain =
-        !argument.empty() && argument.find_first_of(" \t&|<>()^,;=!'`~[]{}@+") == std::string::npos;
-    line += plain ? ' ' + argument : " \"" + argument + '"';
+        !argument.empty() &&
+        argument.find_first_of(" \t\v\f\xFF&|<>()^,;=!'`~[]{}@+") == std::string::npos;
+    line += ' ';
+    line += plain ? argument : QuoteForBatch(argument);
   }
-  return line + '"';
+  return line.size() < kLongest ? line + '"' : std::string();
 }
 
 }  // namespace snipwell::platform

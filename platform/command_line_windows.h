@@ -13,8 +13,8 @@ std::string QuoteArgument(const std::string& argument);
 std::string MakeCommandLine(char* const* argv);
 
 /// The command line with which the command interpreter runs a batch file with the arguments of
-/// `argv` after the first. Empty when one of them would not arrive as it is: the interpreter has no
-/// way to quote a double quote or a percent sign.
+/// `argv` after the first. Empty when they would not all arrive as they are: the interpreter has no
+/// way to quote a double quote or a percent sign, and takes only so many characters.
 std::string MakeBatchCommandLine(const std::string& batchFile, char* const* argv);
 
 }  // namespace snipwell::platform

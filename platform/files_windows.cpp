@@ -29,6 +29,13 @@ Descriptor Open(const std::string& fileName, int flags) {
 
 HANDLE HandleOf(int descriptor) { return reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor)); }
 
+/// A file left from somewhere must not keep its name because it is read-only.
+void ClearReadOnly(const std::string& fileName) {
+  const DWORD attributes = ::GetFileAttributesA(fileName.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) == 0) return;
+  ::SetFileAttributesA(fileName.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+}
+
 /// What the system knows of the file or folder that a name leads to. False when there is none.
 bool GetInformation(const std::string& fileName, DWORD flags, BY_HANDLE_FILE_INFORMATION& found) {
   const HANDLE file =
@@ -87,8 +94,18 @@ bool WriteAll(int descriptor, const char* data, std::size_t size) {
 
 bool RemoveFile(const std::string& fileName) { return ::DeleteFileA(fileName.c_str()) != 0; }
 
+// Virus scanners, indexers and editors hold a new file for a moment, so that is waited for.
 bool RenameOver(const std::string& from, const std::string& to) {
-  return ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+  constexpr DWORD kPause = 20;  // milliseconds
+  constexpr int kTries = 100;
+  for (int i = 0; i < kTries; ++i) {
+    if (::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
+    const DWORD reason = ::GetLastError();
+    if (reason != ERROR_SHARING_VIOLATION && reason != ERROR_ACCESS_DENIED) return false;
+    ClearReadOnly(to);
+    ::Sleep(kPause);
+  }
+  return false;
 }
 
 std::string FileIdentity(const std::string& fileName) {

@@ -56,15 +56,17 @@ class StartupInformation {
     information.StartupInfo.hStdOutput = standard.Get(1);
     information.StartupInfo.hStdError = standard.Get(2);
     information.lpAttributeList = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(attributes.data());
-    ::InitializeProcThreadAttributeList(information.lpAttributeList, 1, 0, &size);
-    ::UpdateProcThreadAttribute(information.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST,
-                                inherited.data(), inherited.size() * sizeof(HANDLE), nullptr,
-                                nullptr);
+    complete = ::InitializeProcThreadAttributeList(information.lpAttributeList, 1, 0, &size) != 0 &&
+               (inherited.empty() ||
+                ::UpdateProcThreadAttribute(
+                    information.lpAttributeList, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST,
+                    inherited.data(), inherited.size() * sizeof(HANDLE), nullptr, nullptr) != 0);
   }
   ~StartupInformation() { ::DeleteProcThreadAttributeList(information.lpAttributeList); }
   StartupInformation(const StartupInformation&) = delete;
   StartupInformation& operator=(const StartupInformation&) = delete;
 
+  bool IsComplete() const { return complete; }
   LPSTARTUPINFOA Get() { return &information.StartupInfo; }
 
  private:
@@ -72,6 +74,7 @@ class StartupInformation {
   std::vector<HANDLE> inherited;
   std::vector<char> attributes;
   STARTUPINFOEXA information{};
+  bool complete = false;
 };
 
 bool IsFile(const std::string& path) {
@@ -83,12 +86,22 @@ bool HasDirectoryPart(const std::string& name) {
   return name.find_first_of("/\\:") != std::string::npos;
 }
 
-/// The file that `name` means in one place, or "": itself when it has a suffix, or with one of the
-/// suffixes of programs.
+constexpr const char* kProgramSuffixes[] = {".com", ".exe", ".bat", ".cmd"};
+
+bool HasSuffix(const std::string& path, const std::string& suffix) {
+  if (path.size() < suffix.size()) return false;
+  return std::equal(
+      suffix.begin(), suffix.end(), path.end() - static_cast<int>(suffix.size()),
+      [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
+}
+
+/// The program that `name` means in one place, or "": itself when it has the suffix of a program,
+/// or with such a suffix behind it.
 std::string WithProgramSuffix(const std::string& name) {
-  const std::size_t last = name.find_last_of("/\\:") + 1;  // 0 when there is none
-  if (name.find('.', last) != std::string::npos && IsFile(name)) return name;
-  for (const char* suffix : {".com", ".exe", ".bat", ".cmd"}) {
+  for (const char* suffix : kProgramSuffixes) {
+    if (HasSuffix(name, suffix) && IsFile(name)) return name;
+  }
+  for (const char* suffix : kProgramSuffixes) {
     if (IsFile(name + suffix)) return name + suffix;
   }
   return std::string();
@@ -121,9 +134,7 @@ std::string FindProgram(const std::string& name) {
 }
 
 bool IsBatchFile(const std::string& path) {
-  std::string suffix = path.substr(path.size() - std::min<std::size_t>(path.size(), 4));
-  for (char& c : suffix) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return suffix == ".bat" || suffix == ".cmd";
+  return HasSuffix(path, ".bat") || HasSuffix(path, ".cmd");
 }
 
 std::string CommandInterpreter() {
@@ -142,12 +153,14 @@ std::string FullPath(const std::string& path) {
 
 /// Starts the program. Returns its process handle, or null when it cannot be started.
 HANDLE Start(const std::string& path, char* const* argv) {
-  const bool isBatch = IsBatchFile(path);
-  const std::string program = isBatch ? CommandInterpreter() : FullPath(path);
-  std::string commandLine =
-      isBatch ? MakeBatchCommandLine(FullPath(path), argv) : MakeCommandLine(argv);
-  if (commandLine.empty()) return nullptr;
+  const std::string fullPath = FullPath(path);
+  const bool isBatch = IsBatchFile(fullPath);
+  const std::string program = isBatch ? CommandInterpreter() : fullPath;
+  std::string commandLine = isBatch ? MakeBatchCommandLine(fullPath, argv) : MakeCommandLine(argv);
   StartupInformation startup;
+  if (commandLine.empty() || !startup.IsComplete()) return nullptr;
+  // The child inherits this: a compiler that crashes must not wait for somebody to close a window.
+  ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   PROCESS_INFORMATION process{};
   if (!::CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
                         EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, startup.Get(), &process)) {

@@ -56,6 +56,9 @@ fs::path TestProgramFolder() {
 }
 
 int RunTool(const fs::path& folder, const std::vector<std::string>& arguments, const Start& start) {
+  if (!start.redirections.empty() || !start.prefix.empty()) {
+    throw std::logic_error("there is no POSIX shell here");
+  }
   SetEnvironment();
   std::string line = CommandLine(start.program, arguments);
   STARTUPINFOA startup{};

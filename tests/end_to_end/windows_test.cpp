@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <fstream>
 #include <string>
+#include <thread>
 
 #include "platform/command_line_windows.h"
 #include "tests/end_to_end/run_tool.h"
@@ -105,6 +108,22 @@ TEST(Compiler, IsFoundWithOrWithoutItsSuffix) {
   }
 }
 
+// A stream opens a file so that nobody may rename over it, as virus scanners and editors do.
+TEST(Files, HeldByAnotherProgramForAMomentAreReplacedAllTheSame) {
+  const Workspace work;
+  work.FailWhileItHas({"b"});
+  work.Write("x.c", "a;b;c;");
+  std::thread holder([&work] {
+    while (!work.Exists("x.tsf.c")) std::this_thread::yield();
+    const std::ifstream held(work.Folder() / "x.tsf.c");
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  });
+  const Outcome outcome = work.Isolate("x.c");
+  holder.join();
+  EXPECT_EQ(outcome.err.find("ERROR:"), std::string::npos) << outcome.err;
+  EXPECT_EQ(work.Read("x.tsf.c"), "b;");
+}
+
 // The command interpreter runs it, and gets arguments that it passes on as they are; it has no way
 // to quote a double quote or a percent sign.
 TEST(BatchFiles, RunWithTheArgumentsThatTheInterpreterPassesOn) {
@@ -113,16 +132,17 @@ TEST(BatchFiles, RunWithTheArgumentsThatTheInterpreterPassesOn) {
   work.Write("my tools/cc.bat", "@fake_compiler %*\r\n");
   work.FailWhileItHas({"b"});
   work.Write("my x.c", "a;b;c;");
-  const Outcome outcome =
-      work.Snip({"/COMPILER=my tools\\cc", "/LOGFILE=log", "two words", "a&b", "(^)", "my x.c"});
+  const Outcome outcome = work.Snip(
+      {"/COMPILER=my tools\\cc", "/LOGFILE=log", "two words", "a&b", "(^)", "C:\\a b\\", "my x.c"});
   EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
   EXPECT_EQ(work.Read("runs/1.args").substr(work.Read("runs/1.args").find('\n')),
-            "\ntwo words\na&b\n(^)\n-c\nmy x.c\n");
+            "\ntwo words\na&b\n(^)\nC:\\a b\\\n-c\nmy x.c\n");
   EXPECT_EQ(work.Read("my x.tsf.c"), "b;");
 }
 
 TEST(BatchFiles, AreNotStartedWithOtherArguments) {
-  for (const char* argument : {"%PATH%", "a\"b"}) {
+  for (const std::string& argument :
+       {std::string("%PATH%"), std::string("a\"b"), std::string(8100, 'x')}) {
     SCOPED_TRACE(argument);
     const Workspace work;
     work.Write("cc.bat", "@fake_compiler %*\r\n");
