@@ -36,7 +36,7 @@ fs::path ProgramFile(const std::string& name) {
 }
 
 bool IsClang(const std::string& compiler) {
-  return compiler.find("clang") != std::string::npos ||
+  return fs::path(compiler).filename().string().find("clang") != std::string::npos ||
          ProgramFile(compiler).filename().string().find("clang") != std::string::npos;
 }
 
@@ -46,7 +46,8 @@ std::vector<std::string> CompilerCommand(const Options& options, const fs::path&
   std::vector<std::string> command = {options.compiler};
   if (IsClang(options.compiler)) command.emplace_back("-fno-crash-diagnostics");
   const std::string output = (folder / "output").string();
-  if (HasArgument(options, {"--driver-mode=cl"})) {
+  if (HasArgument(options, {"--driver-mode=cl"}) ||
+      fs::path(options.compiler).filename().string().rfind("clang-cl", 0) == 0) {
     if (!HasArgument(options, {"/Fo", "-Fo", "-o", "/Zs"})) command.push_back("/Fo" + output);
   } else if (!HasArgument(options, {"-o", "-fsyntax-only"})) {
     command.insert(command.end(), {"-o", output});

@@ -91,6 +91,19 @@ std::size_t EndOfTemporaryName(const std::string& line, std::size_t at, const st
 
 }  // namespace
 
+std::string WithoutColours(const std::string& line) {
+  std::string plain;
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    if (line.compare(at, 2, "\x1b[") != 0) {
+      plain += line[at];
+    } else {
+      // A sequence ends with a letter.
+      at = std::min(line.find_first_not_of("0123456789;", at + 2), line.size());
+    }
+  }
+  return plain;
+}
+
 std::string RewriteLine(const std::string& line, const std::string& temporaryFolder) {
   std::string placed = line;
   const std::size_t start = StartOfPlace(placed);
@@ -107,8 +120,9 @@ std::string RewriteLine(const std::string& line, const std::string& temporaryFol
       at = end;
     }
   }
-  if (result.size() >= kLongestLine)
-    result.resize(afterPlace + std::min(kKeptOfLongLine, result.size() - afterPlace));
+  if (result.size() >= kLongestLine) {
+    result.resize(std::min(afterPlace + kKeptOfLongLine, kLongestLine - 1));
+  }
   return result;
 }
 

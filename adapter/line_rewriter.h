@@ -15,6 +15,11 @@ namespace snipwell::adapter {
 ///
 /// A line too long for the tool to take in one piece is cut where it does not depend on the number
 /// of digits of the place.
+/// The line must be without colours.
 std::string RewriteLine(const std::string& line, const std::string& temporaryFolder);
+
+/// The line without the sequences that colour a terminal, which stand within the words of a
+/// message.
+std::string WithoutColours(const std::string& line);
 
 }  // namespace snipwell::adapter

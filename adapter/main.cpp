@@ -12,7 +12,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "adapter/crash_headline.h"
@@ -33,10 +35,16 @@ constexpr int kTimedOut = 124;
 constexpr int kNotStarted = 127;
 constexpr int kSignalBase = 128;
 
+// More than that of a compiler's messages is not looked at.
+constexpr std::size_t kMostMessages = 16 * 1024 * 1024;
+
 std::vector<std::string> ReadLines(const fs::path& file) {
   std::vector<std::string> lines;
+  std::size_t size = 0;
   std::ifstream in(file, std::ios::binary);
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  for (std::string line; size < kMostMessages && std::getline(in, line); size += line.size()) {
+    lines.push_back(WithoutColours(line));
+  }
   return lines;
 }
 
@@ -53,55 +61,87 @@ platform::LimitedEnd Run(std::vector<std::string> command, const Options& option
   return platform::RunLimited(run);
 }
 
-void ReportTimeout(const Options& options) {
-  std::cout << "snip-cc: internal error: not ended after " << options.limitSeconds << " seconds\n";
+std::string TimeoutLine(const Options& options) {
+  std::ostringstream line;
+  line << "snip-cc: internal error: not ended after " << options.limitSeconds << " seconds\n";
+  return line.str();
 }
 
 int StatusOf(const platform::LimitedEnd& end) {
   if (end.timedOut) return kTimedOut;
+  if (!end.started) return kNotStarted;
   return end.signal != 0 ? kSignalBase + end.signal : end.status;
 }
 
-/// Writes the compiler's messages, what tells the failure from others first.
-void WriteMessages(const Options& options, const fs::path& folder,
-                   const platform::LimitedEnd& end) {
+/// What is left of a run when its folder is gone.
+struct Answer {
+  std::string text;       // for standard output
+  std::string complaint;  // for standard error
+  int status = EXIT_FAILURE;
+  int interruptedBy = 0;
+};
+
+/// The compiler's messages, what tells the failure from others first.
+std::string Messages(const Options& options, const fs::path& folder,
+                     const platform::LimitedEnd& end) {
   const std::vector<std::string> lines = ReadLines(folder / "messages");
-  if (end.timedOut) ReportTimeout(options);
-  const std::string headline = CrashHeadline(lines);
+  const bool endedBySignal = end.signal != 0 && !end.timedOut;
+  std::string text = end.timedOut ? TimeoutLine(options) : "";
+  const std::string headline = CrashHeadline(lines, endedBySignal);
   if (!headline.empty()) {
-    std::cout << RewriteLine(headline, folder.string()) << '\n';
-  } else if (end.signal != 0 && !end.timedOut) {
-    std::cout << "snip-cc: internal error: ended by signal " << end.signal << '\n';
+    text += RewriteLine(headline, folder.string()) + '\n';
+  } else if (endedBySignal) {
+    text += "snip-cc: internal error: ended by signal " + std::to_string(end.signal) + '\n';
   }
-  for (const std::string& line : lines) std::cout << RewriteLine(line, folder.string()) << '\n';
+  for (const std::string& line : lines) text += RewriteLine(line, folder.string()) + '\n';
+  return text;
 }
 
-platform::LimitedEnd Compile(const Options& options, const fs::path& folder) {
+Answer Compile(const Options& options, const fs::path& folder) {
   const platform::LimitedEnd end =
       Run(CompilerCommand(options, folder), options, folder, fs::path());
-  if (end.interruptedBy != 0) return end;
-  WriteMessages(options, folder, end);
-  if (!end.started) std::cout << "snip-cc: cannot start " << options.compiler << '\n';
-  return end;
+  Answer answer;
+  answer.interruptedBy = end.interruptedBy;
+  answer.status = StatusOf(end);
+  if (end.interruptedBy == 0) answer.text = Messages(options, folder, end);
+  if (!end.started) {
+    answer.complaint =
+        "cannot start " + options.compiler + ": " + std::generic_category().message(end.reason);
+  }
+  return answer;
 }
 
 /// Runs the test in a folder that holds nothing but the candidate, under the source's name. A test
 /// that holds is a failure with a line that stands for it; one that does not is a success without a
-/// word, whatever it has written.
-platform::LimitedEnd Test(const Options& options, const fs::path& folder) {
+/// word, whatever it has written, unless the shell could not run it.
+Answer Test(const Options& options, const fs::path& folder) {
+  constexpr int kCannotExecute = 126;
   const fs::path place = folder / "test";
   fs::create_directory(place);
   fs::copy_file(options.source, place / SourceName(options.source));
-  platform::LimitedEnd end = Run(TestCommand(options), options, folder, place);
+  const platform::LimitedEnd end = Run(TestCommand(options), options, folder, place);
+  Answer answer;
+  answer.interruptedBy = end.interruptedBy;
   if (end.timedOut) {
-    ReportTimeout(options);
-  } else if (end.interruptedBy == 0) {
-    const bool holds = end.signal == 0 && end.status == EXIT_SUCCESS;
-    if (holds) std::cout << "snip-cc: internal error: the test holds\n";
-    end = platform::LimitedEnd();
-    end.status = holds ? EXIT_FAILURE : EXIT_SUCCESS;
+    answer.text = TimeoutLine(options);
+    answer.status = kTimedOut;
+    return answer;
   }
-  return end;
+  const bool holds = end.signal == 0 && end.status == EXIT_SUCCESS;
+  if (holds) answer.text = "snip-cc: internal error: the test holds\n";
+  answer.status = holds ? EXIT_FAILURE : EXIT_SUCCESS;
+  const std::vector<std::string> lines = ReadLines(folder / "messages");
+  if ((end.status == kCannotExecute || end.status == kNotStarted) && !lines.empty()) {
+    answer.complaint = lines.back();
+  }
+  return answer;
+}
+
+Answer RunInFolder(const Options& options) {
+  const platform::SignalsHeldBack heldBack;
+  const TemporaryFolder folder;
+  return options.testCommand.empty() ? Compile(options, folder.Path())
+                                     : Test(options, folder.Path());
 }
 
 int Main(const std::vector<std::string>& arguments) {
@@ -110,16 +150,12 @@ int Main(const std::vector<std::string>& arguments) {
     std::cerr << "snip-cc: " << options.complaint << '\n';
     return kBadUsage;
   }
-  const platform::SignalsHeldBack heldBack;
-  platform::LimitedEnd end;
-  {
-    const TemporaryFolder folder;
-    end = options.testCommand.empty() ? Compile(options, folder.Path())
-                                      : Test(options, folder.Path());
-  }
-  std::cout.flush();
-  if (end.interruptedBy != 0) platform::EndBySignal(end.interruptedBy);
-  return end.started || !options.testCommand.empty() ? StatusOf(end) : kNotStarted;
+  const Answer answer = RunInFolder(options);
+  if (answer.interruptedBy != 0) platform::EndBySignal(answer.interruptedBy);
+  // Nothing is left to clean up here, so any signal may end the process now.
+  std::cout << answer.text << std::flush;
+  if (!answer.complaint.empty()) std::cerr << "snip-cc: " << answer.complaint << '\n';
+  return answer.status;
 }
 
 }  // namespace
@@ -130,6 +166,7 @@ int main(int argc, char** argv) {
     return snipwell::adapter::Main({argv + (argc > 0 ? 1 : 0), argv + argc});
   } catch (const std::exception& error) {
     std::cerr << "snip-cc: " << error.what() << '\n';
-    return EXIT_FAILURE;
+    constexpr int kCannotSetUp = 125;
+    return kCannotSetUp;
   }
 }

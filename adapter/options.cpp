@@ -33,7 +33,8 @@ std::string Translated(const std::string& argument) {
 bool ParseLimit(const std::string& value, double& seconds) {
   char* end = nullptr;
   seconds = std::strtod(value.c_str(), &end);
-  return end != value.c_str() && *end == '\0' && seconds > 0;
+  constexpr double kMost = 1e8;  // some years
+  return end != value.c_str() && *end == '\0' && seconds > 0 && seconds <= kMost;
 }
 
 }  // namespace
@@ -46,6 +47,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.compiler = argument.substr(kCompiler.size());
     } else if (StartsWith(argument, kTest)) {
       options.testCommand = argument.substr(kTest.size());
+      if (options.testCommand.empty()) options.complaint = "--test= names no command";
     } else if (StartsWith(argument, kLimit)) {
       if (!ParseLimit(argument.substr(kLimit.size()), options.limitSeconds)) {
         options.complaint = argument + " is no number of seconds";
@@ -57,7 +59,8 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   }
   if (!options.arguments.empty()) options.source = options.arguments.back();
   if (options.source.empty()) options.complaint = "no source file given";
-  if (!clMode) {
+  const std::string program = options.compiler.substr(options.compiler.rfind('/') + 1);
+  if (!clMode && !StartsWith(program, "clang-cl")) {
     for (std::string& argument : options.arguments) argument = Translated(argument);
   }
   if (options.compiler.empty()) options.compiler = DefaultCompiler(options.source);

@@ -16,7 +16,8 @@ struct Options {
 };
 
 /// Takes the adapter's own options out of the arguments of the process (after argument 0) and puts
-/// "/Zs", "/Od" and "/c" into the words of gcc and clang; clang in its cl mode understands them.
+/// "/Zs", "/Od" and "/c" into the words of gcc and clang; clang in its cl mode, given by
+/// "--driver-mode=cl" or the name "clang-cl", understands them.
 Options ParseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace snipwell::adapter

@@ -8,7 +8,8 @@
 namespace snipwell::adapter {
 
 TemporaryFolder::TemporaryFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "snip-cc-XXXXXX").string();
+  std::string name =
+      std::filesystem::absolute(std::filesystem::temp_directory_path() / "snip-cc-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) {
     throw std::filesystem::filesystem_error("cannot make a temporary folder", name,
                                             std::error_code(errno, std::generic_category()));

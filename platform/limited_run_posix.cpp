@@ -1,13 +1,18 @@
 #include "platform/limited_run.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <optional>
 
 namespace snipwell::platform {
@@ -20,7 +25,8 @@ using Clock = std::chrono::steady_clock;
 sigset_t AwaitedSignals() {
   sigset_t signals;
   ::sigemptyset(&signals);
-  for (const int signal : {SIGCHLD, SIGINT, SIGHUP, SIGTERM}) {
+  for (const int signal :
+       {SIGCHLD, SIGINT, SIGHUP, SIGTERM, SIGQUIT, SIGALRM, SIGUSR1, SIGUSR2, SIGXCPU}) {
     struct sigaction handling {};
     ::sigaction(signal, nullptr, &handling);
     if (handling.sa_handler != SIG_IGN) ::sigaddset(&signals, signal);
@@ -28,18 +34,25 @@ sigset_t AwaitedSignals() {
   return signals;
 }
 
-/// What the child does before it becomes the program. Nothing here may allocate.
-[[noreturn]] void BecomeProgram(const LimitedRun& run, char* const* argv, int output) {
+/// What the child does before it becomes the program; when it cannot, it writes the reason into
+/// `failure`. Nothing here may allocate.
+[[noreturn]] void BecomeProgram(const LimitedRun& run, char* const* argv, int output, int failure) {
   ::setpgid(0, 0);
-  for (const int signal : {SIGINT, SIGHUP, SIGTERM, SIGPIPE, SIGQUIT}) std::signal(signal, SIG_DFL);
+  for (int signal = 1; signal < NSIG; ++signal) std::signal(signal, SIG_DFL);
   sigset_t none;
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
+  const struct rlimit noCore {};
+  ::setrlimit(RLIMIT_CORE, &noCore);
+  // A program of the background that reads the terminal would be stopped.
+  const int nothing = ::open("/dev/null", O_RDONLY);
+  ::dup2(nothing, STDIN_FILENO);
   ::dup2(output, STDOUT_FILENO);
   ::dup2(output, STDERR_FILENO);
   if (run.folder.empty() || ::chdir(run.folder.c_str()) == 0) ::execvp(argv[0], argv);
-  constexpr int kNotStarted = 127;
-  ::_exit(kNotStarted);
+  const int reason = errno;
+  const ssize_t written = ::write(failure, &reason, sizeof reason);
+  ::_exit(written < 0 ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 /// How long the wait may still be; nothing when there is no limit.
@@ -67,6 +80,34 @@ int AwaitSignal(const std::optional<std::chrono::nanoseconds>& remaining) {
   return signal > 0 ? signal : 0;
 }
 
+#ifdef __linux__
+/// Makes this process the parent of whatever its children leave behind, in any session.
+void AdoptOrphans() { ::prctl(PR_SET_CHILD_SUBREAPER, 1); }
+
+/// Kills and awaits what has been adopted, and what that leaves behind.
+void EndOrphans() {
+  const std::string list = "/proc/self/task/" + std::to_string(::getpid()) + "/children";
+  for (;;) {
+    std::ifstream children(list);
+    for (pid_t child = 0; children >> child;) ::kill(child, SIGKILL);
+    if (::waitpid(-1, nullptr, 0) < 0 && errno == ECHILD) return;
+  }
+}
+#else
+void AdoptOrphans() {}
+void EndOrphans() {}
+#endif
+
+/// Reads the reason why the program could not be started, or 0.
+int ReadFailure(int descriptor) {
+  int reason = 0;
+  ssize_t count = -1;
+  do {
+    count = ::read(descriptor, &reason, sizeof reason);
+  } while (count < 0 && errno == EINTR);
+  return count == sizeof reason ? reason : 0;
+}
+
 void Await(pid_t child, const LimitedRun& run, LimitedEnd& end) {
   const Clock::time_point start = Clock::now();
   siginfo_t ended{};
@@ -89,6 +130,7 @@ void Await(pid_t child, const LimitedRun& run, LimitedEnd& end) {
   int status = 0;
   while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
+  EndOrphans();
   if (WIFSIGNALED(status)) end.signal = WTERMSIG(status);
   if (WIFEXITED(status)) end.status = WEXITSTATUS(status);
 }
@@ -113,13 +155,20 @@ LimitedEnd RunLimited(const LimitedRun& run) {
   }
   argv.push_back(nullptr);
   ::setenv("TMPDIR", run.temporaryFolder.c_str(), 1);
-  const pid_t child = ::fork();
-  if (child == 0) BecomeProgram(run, argv.data(), output);
+  ::setenv("LANGUAGE", "en", 1);  // the tool knows errors by their English names
+  AdoptOrphans();
+  int failure[2] = {-1, -1};
+  const bool piped = ::pipe2(failure, O_CLOEXEC) == 0;
+  const pid_t child = piped ? ::fork() : -1;
+  if (child == 0) BecomeProgram(run, argv.data(), output, failure[1]);
   ::close(output);
+  if (piped) ::close(failure[1]);
   if (child < 0) return end;
   ::setpgid(child, child);
+  end.reason = ReadFailure(failure[0]);
+  ::close(failure[0]);
   Await(child, run, end);
-  end.started = end.status != 127;
+  end.started = end.reason == 0;
   return end;
 }
 

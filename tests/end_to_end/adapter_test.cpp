@@ -86,6 +86,19 @@ TEST_F(AdapterTest, StaysWithTheFirstOfTwoCrashesOfClang) {
   }
 }
 
+TEST_F(AdapterTest, IsolatesEachKindOfCrashOfClang) {
+  if (!HasProgram("clang++")) GTEST_SKIP() << "no clang++ here";
+  for (const char* kind : {"llvm_fatal_error", "crash", "parser_crash"}) {
+    SCOPED_TRACE(kind);
+    const std::string pragma = std::string("#pragma clang __debug ") + kind + "\n";
+    work.Write("x.cpp", "int a;\n\nvoid f() {\n int i;\n" + pragma + " int j;\n}\nint b;\n");
+    EXPECT_EQ(Isolate("x.cpp", {"--cc=clang++"}).out, "***SNIPWELL ***\n1");
+    const std::string isolated = work.Read("x.tsf.cpp");
+    EXPECT_NE(isolated.find(pragma), std::string::npos) << isolated;
+    EXPECT_EQ(isolated.find("int"), std::string::npos) << isolated;
+  }
+}
+
 TEST_F(AdapterTest, LeavesBothChecksToClangInClMode) {
   if (!HasProgram("clang++")) GTEST_SKIP() << "no clang++ here";
   work.Write("x.cpp", "int a;\nstruct S { int a; };\nint f(S s) { return s.b; }\n");
@@ -123,6 +136,23 @@ TEST_F(AdapterTest, RunsATestInAFolderWithTheSourceUnderItsOwnName) {
   EXPECT_EQ(Isolate("y.c", {"--test=./check.sh"}).out, "***SNIPWELL ***\n0");
 }
 
+// One that has left the process group, and one that writes into the temporary folder to the end.
+TEST_F(AdapterTest, LeavesNothingBehind) {
+  WriteScript("cc",
+              "setsid sleep 60 & echo $! >>children\n"
+              "(while :; do echo >$TMPDIR/f$$; done) & echo $! >>children\n"
+              "for i in 1 2 3 4 5 6 7 8 9; do echo a long line of messages; done\n"
+              "cat; ulimit -c\n");
+  work.Write("x.c", "a;");
+  const Outcome outcome = work.Snip({"--cc=./cc", "x.c"}, {"env TMPDIR=tmp snip-cc", "", ""});
+  EXPECT_EQ(outcome.out.substr(outcome.out.size() - 2), "0\n");
+  EXPECT_EQ(outcome.status, 0);
+  work.Snip({"--cc=./cc", "x.c"}, {"env TMPDIR=tmp snip-cc", "| head -1", ""});
+  for (const std::string& child : Words(work.Read("children"))) {
+    EXPECT_FALSE(fs::exists("/proc/" + child)) << child;
+  }
+}
+
 TEST_F(AdapterTest, PassesTheStatusOn) {
   WriteScript("cc", "echo said; echo so >&2; exit 3\n");
   WriteScript("killed", "kill -9 $$\n");
@@ -131,10 +161,16 @@ TEST_F(AdapterTest, PassesTheStatusOn) {
   Outcome outcome = work.Snip({"--cc=./cc", "x.c"}, adapter);
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.out, "said\nso\n");
+  WriteScript("cc", "exit 127\n");
+  EXPECT_EQ(work.Snip({"--cc=./cc", "x.c"}, adapter).err, "");
+  outcome = work.Snip({"--cc=./missing", "x.c"}, adapter);
+  EXPECT_EQ(outcome.err, "snip-cc: cannot start ./missing: No such file or directory\n");
+  EXPECT_EQ(outcome.status, 127);
+  outcome = work.Snip({"--test=./missing", "x.c"}, adapter);
+  EXPECT_NE(outcome.err.find("not found"), std::string::npos);
   outcome = work.Snip({"--cc=./killed", "x.c"}, adapter);
   EXPECT_EQ(outcome.status, 137);
   EXPECT_EQ(outcome.out, "snip-cc: internal error: ended by signal 9\n");
-  EXPECT_EQ(work.Snip({"--cc=./missing", "x.c"}, adapter).status, 127);
   EXPECT_EQ(work.Snip({"--limit=x", "x.c"}, adapter).status, 2);
 }
 
