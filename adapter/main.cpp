@@ -36,7 +36,7 @@ constexpr int kNotStarted = 127;
 constexpr int kSignalBase = 128;
 
 // More than that of a compiler's messages is not looked at.
-constexpr std::size_t kMostMessages = 16 * 1024 * 1024;
+constexpr std::size_t kMostMessages = std::size_t{16} * 1024 * 1024;
 
 std::vector<std::string> ReadLines(const fs::path& file) {
   std::vector<std::string> lines;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 namespace snipwell::platform {
 
 /// The numbers of the process's standard output and standard error descriptors.
@@ -14,8 +16,11 @@ class Descriptor {
   Descriptor() = default;
   /// Takes over `openNumber`; a negative number makes an empty owner.
   explicit Descriptor(int openNumber) : number(openNumber) {}
-  Descriptor(Descriptor&& other) noexcept;
-  Descriptor& operator=(Descriptor&& other) noexcept;
+  Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number, other.number);
+    return *this;
+  }
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() { Close(); }

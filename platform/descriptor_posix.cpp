@@ -8,16 +8,6 @@
 
 namespace snipwell::platform {
 
-Descriptor::Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  if (this != &other) {
-    Close();
-    number = std::exchange(other.number, -1);
-  }
-  return *this;
-}
-
 bool Descriptor::Close() {
   if (!IsOpen()) return true;
   // Never repeated: the number is released even when the call is interrupted.

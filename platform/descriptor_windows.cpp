@@ -9,16 +9,6 @@
 
 namespace snipwell::platform {
 
-Descriptor::Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  if (this != &other) {
-    Close();
-    number = std::exchange(other.number, -1);
-  }
-  return *this;
-}
-
 bool Descriptor::Close() {
   if (!IsOpen()) return true;
   return ::_close(std::exchange(number, -1)) == 0;
