@@ -89,6 +89,7 @@ void EndOrphans() {
   const std::string list = "/proc/self/task/" + std::to_string(::getpid()) + "/children";
   for (;;) {
     std::ifstream children(list);
+    if (!children) return;  // not every kernel tells; then nothing more can be ended or awaited
     for (pid_t child = 0; children >> child;) ::kill(child, SIGKILL);
     if (::waitpid(-1, nullptr, 0) < 0 && errno == ECHILD) return;
   }
