@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <cstring>
 
 namespace snipwell::adapter {
 
@@ -15,6 +16,8 @@ constexpr std::size_t kKeptOfLongLine = 240;
 bool IsDigit(char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; }
 bool IsHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
 bool IsBlank(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+
+bool EndsName(char c) { return IsBlank(c) || std::strchr(":,;'\"()", c) != nullptr; }
 
 std::size_t SkipDigits(const std::string& text, std::size_t at) {
   while (at < text.size() && IsDigit(text[at])) ++at;
@@ -70,8 +73,9 @@ std::size_t EndOfAddress(const std::string& line, std::size_t at) {
 
 /// The end of a process number that starts at `at`, or `at`.
 std::size_t EndOfProcessNumber(const std::string& line, std::size_t at) {
+  if (at > 0 && IsDigit(line[at - 1])) return at;
   const std::size_t end = SkipDigits(line, at);
-  if (end == at || (at > 0 && IsDigit(line[at - 1]))) return at;
+  if (end == at) return at;
   const bool marked =
       at >= 2 && line.compare(at - 2, 2, "==") == 0 && line.compare(end, 2, "==") == 0;
   const bool named =
@@ -84,8 +88,7 @@ std::size_t EndOfProcessNumber(const std::string& line, std::size_t at) {
 std::size_t EndOfTemporaryName(const std::string& line, std::size_t at, const std::string& folder) {
   if (folder.empty() || line.compare(at, folder.size(), folder) != 0) return at;
   std::size_t end = at + folder.size();
-  while (end < line.size() && !IsBlank(line[end]) && line.find_first_of(":,;'\"()", end) != end)
-    ++end;
+  while (end < line.size() && !EndsName(line[end])) ++end;
   return end;
 }
 
