@@ -26,7 +26,7 @@ void CopyTextFile(const std::string& from, const std::string& to) {
 }
 
 void DetachFile(const std::string& name) {
-  if (!platform::IsLink(name) || platform::RemoveFile(name)) return;
+  if (!platform::LeadsElsewhere(name) || platform::RemoveFile(name)) return;
   ReportError("Cannot replace a link to another file:", name.c_str());
   std::exit(EXIT_FAILURE);
 }

@@ -12,9 +12,9 @@ void ReportError(const char* message, const char* detail);
 /// are equal or lead to one file, which truncating would destroy.
 void CopyTextFile(const std::string& from, const std::string& to);
 
-/// Deletes the file `name` when it is a link or one of several names of a file, so that writing it
-/// anew changes no other file, the source above all. When the system refuses, reports that and ends
-/// the process with exit status 1.
+/// Deletes the file `name` when it is a link, one of several names of a file, or a pipe, so that
+/// writing it anew changes no other file, the source above all. When the system refuses, reports
+/// that and ends the process with exit status 1.
 void DetachFile(const std::string& name);
 
 }  // namespace snipwell

@@ -12,9 +12,11 @@ namespace snipwell::platform {
 extern const bool kTextHasCarriageReturns;
 
 /// Opens a file. The result is empty when the file cannot be opened, with the system's reason in
-/// errno; a directory cannot be opened. The last three create a missing file: `OpenForWriting`
-/// makes it empty, `OpenForRewriting` writes over it from its start, and `CutOff` must then remove
-/// what is left of it, `OpenForAppending` writes at its end.
+/// errno; a directory cannot be opened. The last three create a missing file. `OpenForWriting`
+/// starts with an empty one, on POSIX systems a new one, so that a program which still has the old
+/// one open does not write into this. `OpenForRewriting` writes over it from its start, and `CutOff`
+/// must then remove what is left of it; on POSIX systems it first deletes a file that leads
+/// elsewhere. `OpenForAppending` writes at its end.
 Descriptor OpenForReading(const std::string& fileName);
 Descriptor OpenForWriting(const std::string& fileName);
 Descriptor OpenForRewriting(const std::string& fileName);
@@ -46,7 +48,8 @@ std::string FileIdentity(const std::string& fileName);
 /// True when both names lead to one existing file, by spelling or by any kind of link.
 bool IsSameFile(const std::string& first, const std::string& second);
 
-/// True when `fileName` is a symbolic link, or one of several names of its file.
-bool IsLink(const std::string& fileName);
+/// True when what is written into the file `fileName` would reach something else: it is a link, one
+/// of several names of its file, or a named pipe.
+bool LeadsElsewhere(const std::string& fileName);
 
 }  // namespace snipwell::platform

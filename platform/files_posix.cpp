@@ -50,10 +50,14 @@ Descriptor OpenForReading(const std::string& fileName) {
 }
 
 Descriptor OpenForWriting(const std::string& fileName) {
+  // Compilers can leave programs behind that go on writing into the old file.
+  RemoveFile(fileName);  // where that is not allowed, it is made empty
   return Open(fileName, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
 Descriptor OpenForRewriting(const std::string& fileName) {
+  // A compiler can have put a link to the source in the place of what it has compiled.
+  if (LeadsElsewhere(fileName) && !RemoveFile(fileName)) return Descriptor();
   return Open(fileName, O_WRONLY | O_CREAT);
 }
 
@@ -107,10 +111,11 @@ bool IsSameFile(const std::string& first, const std::string& second) {
   return !identity.empty() && identity == FileIdentity(second);
 }
 
-bool IsLink(const std::string& fileName) {
+bool LeadsElsewhere(const std::string& fileName) {
   struct stat status {};
   if (::lstat(fileName.c_str(), &status) != 0) return false;
-  return S_ISLNK(status.st_mode) || (S_ISREG(status.st_mode) && status.st_nlink > 1);
+  if (S_ISREG(status.st_mode)) return status.st_nlink > 1;
+  return S_ISLNK(status.st_mode) || S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode);
 }
 
 }  // namespace snipwell::platform

@@ -120,7 +120,7 @@ bool IsSameFile(const std::string& first, const std::string& second) {
   return !identity.empty() && identity == FileIdentity(second);
 }
 
-bool IsLink(const std::string& fileName) {
+bool LeadsElsewhere(const std::string& fileName) {
   BY_HANDLE_FILE_INFORMATION found{};
   if (!GetInformation(fileName, FILE_FLAG_OPEN_REPARSE_POINT, found)) return false;
   if ((found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return true;
