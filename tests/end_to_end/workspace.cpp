@@ -1,5 +1,7 @@
 #include "tests/end_to_end/workspace.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -83,6 +85,8 @@ Outcome Workspace::Snip(const std::vector<std::string>& arguments, const Start& 
   outcome.status = RunTool(folder, arguments, start);
   outcome.out = Read("test_out");
   outcome.err = Read("test_err");
+  // A tool that was built with sanitizers reports there what they find.
+  EXPECT_EQ(outcome.err.find("Sanitizer"), std::string::npos) << outcome.err;
   return outcome;
 }
 
