@@ -5,51 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "source/obj_org.h"
-#include "text/stream_cleaner.h"
-#include "text/text_reader.h"
-#include "text/text_writer.h"
+#include "invariants.h"
 
 namespace snipwell {
-
-inline std::string ReadAll(TextReader in) {
-  std::string text;
-  char c = '\0';
-  while (in.Read(c)) text += c;
-  return text;
-}
-
-/// A text cleaned, and read back the way the system reads text.
-inline std::string Cleaned(const std::string& text) {
-  std::string written;
-  {
-    TextReader in = TextReader::OverMemory(text);
-    TextWriter out = TextWriter::IntoMemory(written);
-    if (!StreamCleaner(in, out).Run() || !out.Close()) return "failed";
-  }
-  return ReadAll(TextReader::OverMemory(written));
-}
-
-enum class Level { File, Body };
-
-/// All objects of a text, scanned from its first character to its end. Scans that get nowhere are
-/// given up when there are more objects than characters.
-inline std::vector<ObjOrg> Scan(Level level, const std::string& text, int language = 1) {
-  TextReader in = TextReader::OverMemory(text);
-  Position position;
-  std::vector<ObjOrg> objects;
-  for (bool more = !in.IsExhausted(); more; more = !in.AtEnd() && objects.size() <= text.size()) {
-    ObjOrg& object = objects.emplace_back(position, static_cast<int>(objects.size()));
-    const auto scan = level == Level::File ? &ObjOrg::ScanDeclarations : &ObjOrg::ScanBody;
-    (object.*scan)(language, in, position);
-  }
-  return objects;
-}
-
-/// "line:column"
-inline std::string At(const Position& position) {
-  return std::to_string(position.GetLine()) + ":" + std::to_string(position.GetCol());
-}
 
 /// "StartParen EndParen | EndHeader | StartBody EndBody | End"
 inline std::string Marks(const ObjOrg& object) {

@@ -1,0 +1,49 @@
+// The cleaner over any bytes. What it leaves is a part of the text, with every blank taken for a
+// space. Cleaned again, it loses at most white space as long as it holds no slash: a comment
+// that stood between blanks leaves two runs of them. The third time nothing changes. A text that
+// held no slash to begin with does not even change the second time, and has lost white space only.
+
+#include <algorithm>
+
+#include "fuzz/fuzzing.h"
+#include "tests/unit/invariants.h"
+
+namespace snipwell::fuzz {
+
+namespace {
+
+bool IsBlank(char c) { return c == '\t' || c == '\v' || c == '\f' || c == '\r' || c == ' '; }
+
+std::string WithSpaces(std::string text) {
+  std::replace_if(text.begin(), text.end(), IsBlank, ' ');
+  return text;
+}
+
+std::string WithoutWhiteSpace(std::string text) {
+  const auto isWhiteSpace = [](char c) { return IsBlank(c) || c == '\n'; };
+  text.erase(std::remove_if(text.begin(), text.end(), isWhiteSpace), text.end());
+  return text;
+}
+
+bool HasSlash(const std::string& text) { return text.find('/') != std::string::npos; }
+
+}  // namespace
+
+}  // namespace snipwell::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace snipwell;
+  using namespace snipwell::fuzz;
+  const std::string text = TextOf(data, size);
+  const std::string once = Cleaned(text);
+  Require(IsLeftOf(WithSpaces(once), WithSpaces(text)), "cleaned text is a part of the text");
+  if (HasSlash(once)) return 0;
+  const std::string twice = Cleaned(once);
+  Require(WithoutWhiteSpace(twice) == WithoutWhiteSpace(once), "only white space goes");
+  Require(Cleaned(twice) == twice, "nothing changes the third time");
+  if (HasSlash(text)) return 0;
+  Require(twice == once, "nothing changes the second time");
+  Require(WithoutWhiteSpace(once) == WithoutWhiteSpace(text),
+          "without comments only white space goes");
+  return 0;
+}
