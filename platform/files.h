@@ -14,9 +14,9 @@ extern const bool kTextHasCarriageReturns;
 /// Opens a file. The result is empty when the file cannot be opened, with the system's reason in
 /// errno; a directory cannot be opened. The last three create a missing file. `OpenForWriting`
 /// starts with an empty one, on POSIX systems a new one, so that a program which still has the old
-/// one open does not write into this. `OpenForRewriting` writes over it from its start, and `CutOff`
-/// must then remove what is left of it; on POSIX systems it first deletes a file that leads
-/// elsewhere. `OpenForAppending` writes at its end.
+/// one open does not write into this. `OpenForRewriting` writes over it from its start, and
+/// `CutOff` must then remove what is left of it; on POSIX systems it first deletes a file that
+/// leads elsewhere. `OpenForAppending` writes at its end.
 Descriptor OpenForReading(const std::string& fileName);
 Descriptor OpenForWriting(const std::string& fileName);
 Descriptor OpenForRewriting(const std::string& fileName);

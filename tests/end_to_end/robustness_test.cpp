@@ -66,15 +66,6 @@ TEST(Files, TheSourceIsNoCompilerOutputFile) {
   EXPECT_EQ(work.Files(), "args l x.c x.c.ZEDRerrfile x.tsf.c");
 }
 
-TEST(Files, ALogThatCannotBeOpenedCostsOnlyItsLine) {
-  const Workspace work;
-  work.FailWhileItHas({"b"});
-  work.Write("x.c", "a;b;");
-  const Outcome outcome = work.Snip({"/COMPILER=fake_compiler", "/LOGFILE=no/log", "x.c"});
-  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
-  EXPECT_EQ(outcome.err.find("ERROR:"), std::string::npos);
-}
-
 TEST(Files, TheIsolatedCodeStaysWhenTheCompilerDeletesTheCandidate) {
   const Workspace work;
   // Run 7 removes c from "a;b;c;", shows the error and deletes what it has compiled.
