@@ -101,6 +101,17 @@ TEST(Timeout, StopsTheSearchAndKeepsTheBestProgram) {
   EXPECT_EQ(work.Read("log"), "File \"x.fut.c\" completed at 01:47:41 on Sun, 09/09/2001\n");
 }
 
+// Two bodies deep: what is kept of the levels outside has to be released on the way out.
+TEST(Timeout, StopsTheSearchWithinABody) {
+  const Workspace work;
+  work.SetRules("rule\nrun 12\nclock 61\n" + std::string(kFailing));
+  work.Write("x.c", "f() { a; { b; c; } } d;");
+  const Outcome outcome = work.Isolate("x.c", {"/TIMEOUT=1"}, kTestClock);
+  EXPECT_NE(outcome.err.find("\nTimed out, Error isolation not complete\n"), std::string::npos);
+  EXPECT_EQ(work.Texts(12), std::vector<std::string>{"f() { a; { b; } }"});
+  EXPECT_EQ(work.Read("x.tsf.c"), "f() { a; { b; c; } }");
+}
+
 TEST(Timeout, OfZeroOrBeyondAnyNumberNeverStops) {
   for (const char* option : {"/TIMEOUT=0", "/TIMEOUT=18446744073709551617"}) {
     SCOPED_TRACE(option);
