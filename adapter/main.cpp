@@ -39,10 +39,13 @@ constexpr int kSignalBase = 128;
 constexpr std::size_t kMostMessages = std::size_t{16} * 1024 * 1024;
 
 std::vector<std::string> ReadLines(const fs::path& file) {
+  std::error_code ignored;  // then the whole file is read
+  if (fs::file_size(file, ignored) > kMostMessages) fs::resize_file(file, kMostMessages, ignored);
   std::vector<std::string> lines;
-  std::size_t size = 0;
+  std::size_t size = 0;  // in memory, since lines can be empty
   std::ifstream in(file, std::ios::binary);
-  for (std::string line; size < kMostMessages && std::getline(in, line); size += line.size()) {
+  for (std::string line; size < kMostMessages && std::getline(in, line);
+       size += sizeof line + line.size()) {
     lines.push_back(WithoutColours(line));
   }
   return lines;
