@@ -1,8 +1,10 @@
 // Any arguments, and two argument files of any bytes that may name each other. The run ends with
 // one of its codes, or the settings fit together: the source is last, a compile-only option is
 // there, and of the arguments at most the tool's own options have gone, the others in their order.
+// Behind a compiler and a log file, and before a source, no arguments make these three unknown.
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "driver/argument_files.h"
@@ -59,6 +61,18 @@ void CheckSettings(const StringArray& given, const RunSettings& settings) {
   CheckArguments(given, left);
 }
 
+/// Parses the command line of these words after the program's name.
+std::optional<RunResult> Parse(std::vector<std::string> words, RunSettings& settings) {
+  words.insert(words.begin(), "snip");
+  std::vector<const char*> argv;
+  argv.reserve(words.size());
+  for (const std::string& word : words) argv.push_back(word.c_str());
+  const int argc = static_cast<int>(argv.size());
+  const auto result = ParseCommandLine(argc, argv.data(), settings);
+  if (!result) CheckSettings(ExpandArgumentFiles(StringArray(argc, argv.data())), settings);
+  return result;
+}
+
 }  // namespace
 
 }  // namespace snipwell::fuzz
@@ -72,15 +86,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (fuzz::NamesSystemFile(text)) return 0;
   folder.Write("a", fuzz::TakeUpTo('\0', text));
   folder.Write("b", fuzz::TakeUpTo('\0', text));
-  std::vector<std::string> words = {"snip"};
+  std::vector<std::string> words;
   while (!text.empty()) words.push_back(fuzz::TakeUpTo('\0', text));
-  std::vector<const char*> argv;
-  argv.reserve(words.size());
-  for (const std::string& word : words) argv.push_back(word.c_str());
-  const int argc = static_cast<int>(argv.size());
-
   RunSettings settings;
-  const auto result = ParseCommandLine(argc, argv.data(), settings);
-  if (!result) fuzz::CheckSettings(ExpandArgumentFiles(StringArray(argc, argv.data())), settings);
+  fuzz::Parse(words, settings);
+
+  words.insert(words.begin(), {"/COMPILER=cc", "/LOGFILE=log"});
+  words.emplace_back("x.c");
+  RunSettings whole;
+  const auto result = fuzz::Parse(words, whole);
+  fuzz::Require(result != NoCompiler && result != NoLogFile, "compiler and log file are known");
+  if (result) return 0;
+  fuzz::Require(whole.compilerPath == "cc" && whole.logFilePath == "log", "the first ones count");
+  fuzz::Require(whole.errorFileName == "x.c.ZEDRerrfile", "the source is known");
   return 0;
 }

@@ -12,6 +12,8 @@ namespace snipwell::fuzz {
 
 namespace {
 
+constexpr char kSure[] = "surely : an error";  // always a criterion
+
 void CheckLine(const ErrorMatch& match, const std::string& line) {
   const std::string formatted = match.FormatLine(line);
   Require(IsLeftOf(formatted, line), "a normalised line is a part of the line");
@@ -37,6 +39,8 @@ void CheckScan(ErrorMatch match, const TempFolder& folder, const std::string& ou
     folder.Write("output", output + "more (1) : error\n");
     Require(match.Scan(false), "more lines do not count");
   }
+  folder.Write("output", output + "\n" + kSure + "\n");
+  Require(match.Scan(true), "a line that holds a criterion is found");
   folder.Write("output", "");
   Require(!match.Scan(false), "no output shows no error");
 }
@@ -50,7 +54,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::Silence silence;
   static const TempFolder folder;
   std::string output = fuzz::TextOf(data, size);
-  folder.Write("criteria", fuzz::TakeUpTo('\0', output));
+  folder.Write("criteria", std::string("\"") + fuzz::kSure + "\" " + fuzz::TakeUpTo('\0', output));
   const bool verbose = size % 2 == 0;
   const ErrorMatch match(folder.NameOf("output"), folder.NameOf("criteria"), verbose);
   fuzz::CheckScan(match, folder, output);

@@ -60,7 +60,8 @@ class Reduction {
   bool erratic;
   std::string wanted;
   std::string source;
-  std::string lastShown;  // the program that showed the error last
+  std::string lastShown;    // the program that showed the error last
+  std::string shownBefore;  // the same before the last compilation
   std::size_t compilations = 0;
   std::time_t now = 0;
   std::optional<FileOrg> engine;
@@ -103,6 +104,7 @@ void Reduction::Compile() {
   // The statuses are of no use after the compilation, so they can be reset here.
   if (hasList) CheckEverythingKept();
   const bool shows = ShowsError(candidate);
+  shownBefore = lastShown;
   if (shows) lastShown = candidate;
   folder.Write(kOutput, shows ? "x.fut.cpp(7) : error\n" : "x.fut.cpp(7) : other error\n");
 }
@@ -126,7 +128,7 @@ void Reduction::Run() {
     engine->Reduce();
   } catch (double) {
     Require(limited, "the limit was set");
-    lastShown = folder.Read(kIsolated);  // a candidate that came too late was not accepted
+    lastShown = shownBefore;  // a candidate that came too late is not accepted
   }
   engine.reset();
   Require(folder.Read(kSource) == source, "the source stays as it is");
