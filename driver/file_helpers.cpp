@@ -14,15 +14,18 @@ void ReportError(const char* message, const char* detail) {
   std::cerr << "ERROR: " << message << ' ' << detail << std::endl;
 }
 
-void CopyTextFile(const std::string& from, const std::string& to) {
-  if (from == to || platform::IsSameFile(from, to)) return;
+bool CopyTextFile(const std::string& from, const std::string& to) {
+  if (from == to || platform::IsSameFile(from, to)) return true;
   TextReader in(from, LineEnds::Native);
   TextWriter out(to);
+  out.CutOff();  // a tool that is killed must not leave the end of an older text behind the copy
   if (!in.IsOpen()) ReportError("Cannot open input file", from.c_str());
   if (!out.IsOpen()) ReportError("Cannot open output file", to.c_str());
   for (std::string_view text = in.ReadSome(); !text.empty(); text = in.ReadSome()) out.Put(text);
   out.Close();
-  if (in.Failed() || out.Failed()) ReportError("Something strange happened", "");
+  const bool copied = !in.Failed() && !out.Failed();
+  if (!copied) ReportError("Something strange happened", "");
+  return copied;
 }
 
 void DetachFile(const std::string& name) {

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <string_view>
 
 #include "platform/descriptor.h"
 #include "platform/files.h"
@@ -71,13 +72,16 @@ CompilerStatus StatusOf(platform::ProgramEnd end) {
   return Failed;
 }
 
-/// Standard output still is the file here, so these lines follow the compiler's own.
-void WriteStatusLines(CompilerStatus status) {
+/// Standard output still is the file here, so these lines follow the compiler's own. False when the
+/// system refuses them.
+bool WriteStatusLines(CompilerStatus status) {
+  std::string_view lines;
   if (status == Failed) {
-    std::cout << "------------- ******* --------------------\nCompiler failed for this file.\n";
+    lines = "------------- ******* --------------------\nCompiler failed for this file.\n";
   } else if (status == NotStarted) {
-    std::cout << "Spawn compiler failed.\n";
+    lines = "Spawn compiler failed.\n";
   }
+  return platform::WriteAll(platform::kStandardOutput, lines.data(), lines.size());
 }
 
 }  // namespace
@@ -86,9 +90,15 @@ int RunCompiler(const char* compilerPath, const char* outputFile, int /*argCount
                 char* const* argv) {
   std::cout.flush();
   std::cerr.flush();
-  const StreamsIntoFile redirection(outputFile);
-  const CompilerStatus status = StatusOf(platform::RunProgram(compilerPath, argv));
-  WriteStatusLines(status);
+  CompilerStatus status = NotStarted;
+  bool complete = false;
+  {
+    const StreamsIntoFile redirection(outputFile);
+    status = StatusOf(platform::RunProgram(compilerPath, argv));
+    complete = WriteStatusLines(status);
+  }
+  // What the compiler wrote is cut off then as well, and two errors that differ could look alike.
+  if (!complete) platform::OpenForWriting(outputFile);
   return status;
 }
 

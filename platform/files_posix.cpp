@@ -50,8 +50,9 @@ Descriptor OpenForReading(const std::string& fileName) {
 }
 
 Descriptor OpenForWriting(const std::string& fileName) {
-  // Compilers can leave programs behind that go on writing into the old file.
-  RemoveFile(fileName);  // where that is not allowed, it is made empty
+  // Compilers can leave programs behind that go on writing into the old file. Where it cannot be
+  // removed it is made empty, but none that it leads to.
+  if (!RemoveFile(fileName) && LeadsElsewhere(fileName)) return Descriptor();
   return Open(fileName, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
@@ -62,7 +63,8 @@ Descriptor OpenForRewriting(const std::string& fileName) {
 }
 
 Descriptor OpenForAppending(const std::string& fileName) {
-  return Open(fileName, O_WRONLY | O_CREAT | O_APPEND);
+  // A pipe that nobody reads must not be waited for.
+  return Open(fileName, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK);
 }
 
 bool CutOff(int descriptor) {

@@ -14,7 +14,8 @@ enum class ProgramEnd {
 /// the name has no directory part, the first one in the directories of PATH. A directory or a file
 /// that cannot be executed is no program (on Windows, one without a program's suffix; the suffixes
 /// are tried behind the name). Of this tool's own descriptors the child inherits the
-/// standard ones only, and it starts with the default handling of every signal.
+/// standard ones only, and it starts with the default handling of every signal, but a hang-up that
+/// this tool ignores it ignores as well.
 ProgramEnd RunProgram(const char* program, char* const* argv);
 
 }  // namespace snipwell::platform

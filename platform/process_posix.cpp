@@ -37,13 +37,15 @@ class ChildSignalDefault {
 };
 
 /// The signals that the tool was started with ignored. A program that it starts would ignore them
-/// as well; handled ones become default anyway.
+/// as well; handled ones become default anyway. But a hang-up that the tool outlives must not end
+/// its compiler, for the end would be taken for an answer.
 sigset_t IgnoredSignals() {
   sigset_t ignored;
   ::sigemptyset(&ignored);
   for (int signal = 1; signal <= SIGRTMAX; ++signal) {
     struct sigaction handling {};
-    if (::sigaction(signal, nullptr, &handling) == 0 && handling.sa_handler == SIG_IGN) {
+    if (signal != SIGHUP && ::sigaction(signal, nullptr, &handling) == 0 &&
+        handling.sa_handler == SIG_IGN) {
       ::sigaddset(&ignored, signal);
     }
   }

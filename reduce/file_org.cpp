@@ -8,6 +8,7 @@
 
 #include "driver/file_helpers.h"
 #include "driver/run_compiler.h"
+#include "platform/files.h"
 
 namespace snipwell {
 
@@ -19,6 +20,15 @@ std::string WorkingName(const std::string& sourceName, const std::string& kind) 
   const std::size_t dot = sourceName.rfind('.');
   if (dot == std::string::npos) return sourceName + kind;
   return sourceName.substr(0, dot) + '.' + kind + '.' + sourceName.substr(dot + 1);
+}
+
+/// Sees to it that what is written into the working file `name` reaches no other file.
+void ClaimFile(const std::string& name, const std::string& sourceName) {
+  DetachFile(name);
+  // The names differ, but the folder of one can be a link to that of the other.
+  if (!platform::IsSameFile(sourceName, name)) return;
+  ReportError("Working file is the source:", name.c_str());
+  std::exit(EXIT_FAILURE);
 }
 
 }  // namespace
@@ -42,8 +52,7 @@ FileOrg::FileOrg(int sourceIsCpp, const std::string& sourceName, const ErrorMatc
       lastArgument(candidateFileName) {
   argv[argCount - 1] = lastArgument.data();
   if (verbose) TraceArguments();
-  MakeWorkingFiles(sourceName);
-  TakeReference();
+  TakeReference(MakeWorkingFiles(sourceName));
 }
 
 FileOrg::~FileOrg() {
@@ -60,22 +69,24 @@ void FileOrg::TraceArguments() const {
   }
 }
 
-void FileOrg::MakeWorkingFiles(const std::string& sourceName) {
-  DetachFile(isolatedFileName);
-  DetachFile(candidateFileName);
+/// False when the candidate file is not a whole copy of the source.
+bool FileOrg::MakeWorkingFiles(const std::string& sourceName) {
+  ClaimFile(isolatedFileName, sourceName);
+  ClaimFile(candidateFileName, sourceName);
   CopyTextFile(sourceName, isolatedFileName);
-  CopyTextFile(sourceName, candidateFileName);
+  return CopyTextFile(sourceName, candidateFileName);
 }
 
 /// Takes the reference from a compilation of the candidate file, since an error's text can hold the
-/// name of the file. Without a matching line the driver's reference stays.
-void FileOrg::TakeReference() {
+/// name of the file. Without a matching line the driver's reference stays; so it does when the
+/// candidate is cut off, for that can show an error which the source does not have.
+void FileOrg::TakeReference(bool candidateIsWhole) {
   const int status = RunCompiler(compilerPath.c_str(), errorFileName.c_str(), argCount, argv);
   if (status == NotStarted) {
     std::cout << "Could not run the compiler" << std::endl;
     std::exit(EXIT_FAILURE);
   }
-  errorMatch.Scan(true);
+  errorMatch.Scan(candidateIsWhole);
 }
 
 }  // namespace snipwell

@@ -79,9 +79,9 @@ class FileOrg {
   void Reduce();
 
  private:
-  void MakeWorkingFiles(const std::string& sourceName);
+  bool MakeWorkingFiles(const std::string& sourceName);
   void TraceArguments() const;
-  void TakeReference();
+  void TakeReference(bool candidateIsWhole);
 
   void ScanFile();
   void ScanParentBody();

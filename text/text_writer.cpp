@@ -36,9 +36,13 @@ TextWriter TextWriter::Appending(const std::string& fileName) {
 
 TextWriter TextWriter::IntoMemory(std::string& text) { return TextWriter(&text); }
 
+void TextWriter::CutOff() {
+  if (replaces && file.IsOpen() && !platform::CutOff(file.Number())) failed = true;
+}
+
 bool TextWriter::Close() {
   Flush();
-  if (replaces && file.IsOpen() && !platform::CutOff(file.Number())) failed = true;
+  CutOff();
   if (!file.Close()) failed = true;
   return !failed;
 }

@@ -38,6 +38,9 @@ class TextWriter {
     if (pending.size() >= kBlock) Flush();
   }
 
+  /// Removes what the file holds behind what has reached it so far, which else goes at `Close`.
+  void CutOff();
+
   /// Writes what is pending and closes the file. Returns false when the text is not complete.
   bool Close();
 
