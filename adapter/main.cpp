@@ -45,7 +45,7 @@ std::vector<std::string> ReadLines(const fs::path& file) {
   std::size_t size = 0;  // in memory, since lines can be empty
   std::ifstream in(file, std::ios::binary);
   for (std::string line; size < kMostMessages && std::getline(in, line);
-       size += sizeof line + line.size()) {
+       size += sizeof(std::string) + line.size()) {
     lines.push_back(WithoutColours(line));
   }
   return lines;
