@@ -23,9 +23,8 @@ bool CopyTextFile(const std::string& from, const std::string& to) {
   if (!out.IsOpen()) ReportError("Cannot open output file", to.c_str());
   for (std::string_view text = in.ReadSome(); !text.empty(); text = in.ReadSome()) out.Put(text);
   out.Close();
-  const bool copied = !in.Failed() && !out.Failed();
-  if (!copied) ReportError("Something strange happened", "");
-  return copied;
+  if (in.Failed() || out.Failed()) ReportError("Something strange happened", "");
+  return !out.Failed();
 }
 
 void DetachFile(const std::string& name) {

@@ -9,7 +9,8 @@ void ReportError(const char* message, const char* detail);
 
 /// Makes the file `to`, created or truncated, a copy of the file `from`. Problems are reported with
 /// `ReportError`; a `from` that cannot be opened leaves `to` empty. Nothing is done when both names
-/// are equal or lead to one file, which truncating would destroy. False when `to` is no whole copy.
+/// are equal or lead to one file, which truncating would destroy. False when the system refused to
+/// write a part of `to`.
 bool CopyTextFile(const std::string& from, const std::string& to);
 
 /// Deletes the file `name` when it is a link, one of several names of a file, or a pipe, so that

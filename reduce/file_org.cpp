@@ -69,7 +69,7 @@ void FileOrg::TraceArguments() const {
   }
 }
 
-/// False when the candidate file is not a whole copy of the source.
+/// False when the candidate file could not be written as a whole.
 bool FileOrg::MakeWorkingFiles(const std::string& sourceName) {
   ClaimFile(isolatedFileName, sourceName);
   ClaimFile(candidateFileName, sourceName);
