@@ -13,13 +13,6 @@ namespace snipwell::fuzz {
 
 namespace {
 
-bool IsBlank(char c) { return c == '\t' || c == '\v' || c == '\f' || c == '\r' || c == ' '; }
-
-std::string WithSpaces(std::string text) {
-  std::replace_if(text.begin(), text.end(), IsBlank, ' ');
-  return text;
-}
-
 std::string WithoutWhiteSpace(std::string text) {
   const auto isWhiteSpace = [](char c) { return IsBlank(c) || c == '\n'; };
   text.erase(std::remove_if(text.begin(), text.end(), isWhiteSpace), text.end());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -23,6 +24,14 @@ inline std::string TakeUpTo(char end, std::string& text) {
   const std::string taken = text.substr(0, place);
   text.erase(0, place == std::string::npos ? place : place + 1);
   return taken;
+}
+
+inline bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f' || c == '\r'; }
+
+/// With every blank a space, as the cleaner writes them.
+inline std::string WithSpaces(std::string text) {
+  std::replace_if(text.begin(), text.end(), IsBlank, ' ');
+  return text;
 }
 
 /// Ends the process, which libFuzzer reports with the input, unless `holds`.

@@ -1,7 +1,7 @@
 // Any bytes as criteria and as the compiler's output. An output shows the error that was taken from
-// it, and still does when more lines follow; an empty one shows none. A
-// normalised line is a part of the line, stays as it is when normalised again, and does not depend
-// on what stands in the line's first parentheses or behind an address.
+// it, and still does when more lines follow; an empty one shows none. A line that holds a criterion
+// is found. A normalised line is a part of the line, stays as it is when normalised again, and does
+// not depend on what stands in the line's first parentheses or behind an address.
 
 #include "fuzz/fuzzing.h"
 #include "matching/error_match.h"

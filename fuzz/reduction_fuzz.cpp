@@ -1,14 +1,12 @@
 // A whole reduction of any text with a compiler and a clock that stand in this process. Before the
 // first NUL byte stands what the compiler does: words that the text must hold for the error to
 // show, or, after a "?", a compiler that shows it for some texts and not for others, without
-// reason. A
-// "!" in front sets a time limit that is passed on the way.
+// reason. A "!" in front sets a time limit that is passed on the way.
 //
 // At every compilation: the isolated file is the program that showed the error last; the candidate
 // is a part of it; with every object kept, the candidate would equal it byte for byte. At the end
 // the source is as before, the isolated file shows the error, and the search was no endless one.
 
-#include <algorithm>
 #include <ctime>
 #include <deque>
 #include <functional>
@@ -34,14 +32,6 @@ constexpr char kCandidate[] = "x.fut.cpp";
 constexpr char kOutput[] = "x.cpp.ZEDRerrfile";
 constexpr double kLimitMinutes = 1;
 constexpr int kSecondsPerLook = 2;  // at the clock
-
-bool IsBlank(char c) { return c == '\t' || c == '\v' || c == '\f' || c == '\r'; }
-
-/// With every blank a space, as the cleaner writes them.
-std::string WithSpaces(std::string text) {
-  std::replace_if(text.begin(), text.end(), IsBlank, ' ');
-  return text;
-}
 
 class Reduction {
  public:
