@@ -11,8 +11,8 @@
 #include <iostream>
 #include <string>
 
-#include "driver/argument_vector.h"
-#include "matching/error_match.h"
+#include "compile/argument_vector.h"
+#include "failure/error_match.h"
 #include "reduce/file_org.h"
 #include "text/stream_cleaner.h"
 #include "text/string_array.h"

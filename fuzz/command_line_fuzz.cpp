@@ -7,9 +7,9 @@
 #include <optional>
 #include <vector>
 
-#include "driver/argument_files.h"
-#include "driver/command_line.h"
 #include "fuzz/fuzzing.h"
+#include "snip/argument_files.h"
+#include "snip/command_line.h"
 #include "tests/unit/temp_folder.h"
 
 namespace snipwell::fuzz {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "adapter/crash_headline.h"
-#include "adapter/line_rewriter.h"
+#include "failure/crash_headline.h"
+#include "failure/line_rewriter.h"
 #include "fuzz/fuzzing.h"
 
 namespace {
@@ -25,10 +25,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace snipwell;
   std::string text = fuzz::TextOf(data, size);
   std::vector<std::string> lines;
-  while (!text.empty()) lines.push_back(adapter::WithoutColours(fuzz::TakeUpTo('\n', text)));
+  while (!text.empty()) lines.push_back(WithoutColours(fuzz::TakeUpTo('\n', text)));
   for (const std::string& line : lines) {
-    fuzz::Require(adapter::WithoutColours(line).size() <= line.size(), "colours only go");
-    const std::string rewritten = adapter::RewriteLine(line, "/t");
+    fuzz::Require(WithoutColours(line).size() <= line.size(), "colours only go");
+    const std::string rewritten = RewriteLine(line, "/t");
     fuzz::Require(rewritten.size() < 300, "snip takes the line in one piece");
     const std::string left = WithoutPunctuation(rewritten);
     const std::string whole = WithoutPunctuation(line);
@@ -36,7 +36,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Require(rewritten.size() >= 240 || left == whole, "a short line stays whole");
   }
   for (const bool bySignal : {false, true}) {
-    const std::string headline = adapter::CrashHeadline(lines, bySignal);
+    const std::string headline = CrashHeadline(lines, bySignal);
     fuzz::Require(headline.find_first_of("()\n") == std::string::npos, "a headline is one line");
     fuzz::Require(headline.empty() || headline.rfind("snip-cc: internal error: ", 0) == 0,
                   "a headline begins as it should");

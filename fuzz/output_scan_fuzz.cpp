@@ -3,8 +3,8 @@
 // is found. A normalised line is a part of the line, stays as it is when normalised again, and does
 // not depend on what stands in the line's first parentheses or behind an address.
 
+#include "failure/error_match.h"
 #include "fuzz/fuzzing.h"
-#include "matching/error_match.h"
 #include "tests/unit/invariants.h"
 #include "tests/unit/temp_folder.h"
 

@@ -12,11 +12,11 @@
 #include <functional>
 #include <optional>
 
-#include "driver/preliminary_checks.h"
-#include "driver/run_compiler.h"
+#include "compile/run_compiler.h"
 #include "fuzz/fuzzing.h"
 #include "platform/clock.h"
 #include "reduce/file_org.h"
+#include "snip/preliminary_checks.h"
 #include "tests/unit/invariants.h"
 #include "tests/unit/temp_folder.h"
 

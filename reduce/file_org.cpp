@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "driver/file_helpers.h"
-#include "driver/run_compiler.h"
+#include "compile/run_compiler.h"
 #include "platform/files.h"
+#include "text/file_helpers.h"
 
 namespace snipwell {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "matching/error_match.h"
+#include "failure/error_match.h"
 #include "reduce/err_detect.h"
 #include "reduce/object_list.h"
 #include "source/int_array.h"

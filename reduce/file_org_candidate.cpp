@@ -9,13 +9,13 @@
 #include <iostream>
 #include <string_view>
 
-#include "driver/file_helpers.h"
-#include "driver/run_compiler.h"
+#include "compile/run_compiler.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/interrupt.h"
 #include "reduce/file_org.h"
 #include "source/position.h"
+#include "text/file_helpers.h"
 #include "text/text_reader.h"
 #include "text/text_writer.h"
 

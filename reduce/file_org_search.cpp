@@ -1,8 +1,7 @@
 // The search for what can go, one level at a time.
 //
-//   Reduce    Try without all candidates at once. If the error is lost, go on with the candidates
-//   in
-//             halves (Split) down to sets of at most six, and with those one by one (OneByOne).
+//   Reduce    Try without all candidates at once. If the error is lost, go on with them in halves
+//             (Split) down to sets of at most six, and with those one by one (OneByOne).
 //   Split     The higher half first, and the lower one only when the higher is settled: so a cut
 //             renumbers only objects above the IDs that still wait.
 //   OneByOne  From the highest ID down. An object that the error needs is flagged, and its body, if

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "adapter/crash_headline.h"
-#include "adapter/invocation.h"
-#include "adapter/line_rewriter.h"
-#include "adapter/options.h"
+#include "failure/crash_headline.h"
+#include "failure/line_rewriter.h"
+#include "snip_cc/invocation.h"
+#include "snip_cc/options.h"
 
-namespace snipwell::adapter {
+namespace snipwell::snip_cc {
 
 TEST(RewriteLine, PutsIntoParenthesesWhatDiffersBetweenRuns) {
   const struct {
@@ -132,4 +132,4 @@ TEST(Invocation, KeepsOutputAndCrashReportsAway) {
   EXPECT_EQ(SourceName("big.cpp"), "big.cpp");
 }
 
-}  // namespace snipwell::adapter
+}  // namespace snipwell::snip_cc

@@ -1,4 +1,4 @@
-#include "matching/error_match.h"
+#include "failure/error_match.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "driver/file_helpers.h"
+#include "text/file_helpers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+
+namespace snipwell::platform {
+
+/// A fresh folder that goes with everything in it. Throws std::filesystem::filesystem_error when it
+/// cannot be made.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  const std::filesystem::path& Path() const { return path; }
+
+ private:
+  std::filesystem::path path;
+};
+
+}  // namespace snipwell::platform

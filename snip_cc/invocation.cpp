@@ -1,0 +1,88 @@
+#include "snip_cc/invocation.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <system_error>
+
+namespace snipwell::snip_cc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool StartsWithAny(const std::string& argument, std::initializer_list<const char*> starts) {
+  return std::any_of(starts.begin(), starts.end(),
+                     [&](const char* start) { return argument.rfind(start, 0) == 0; });
+}
+
+bool HasArgument(const Options& options, std::initializer_list<const char*> starts) {
+  return std::any_of(options.arguments.begin(), options.arguments.end(),
+                     [&](const std::string& argument) { return StartsWithAny(argument, starts); });
+}
+
+/// The file that the compiler's name leads to, through PATH and links.
+fs::path ProgramFile(const std::string& name) {
+  std::error_code error;
+  if (name.find('/') != std::string::npos) return fs::canonical(name, error);
+  const char* const variable = std::getenv("PATH");
+  const std::string path = variable != nullptr ? variable : "";
+  for (std::size_t start = 0; start <= path.size();) {
+    const std::size_t end = std::min(path.find(':', start), path.size());
+    const fs::path file = fs::canonical(fs::path(path.substr(start, end - start)) / name, error);
+    if (!error) return file;
+    start = end + 1;
+  }
+  return fs::path();
+}
+
+bool IsClang(const std::string& compiler) {
+  return fs::path(compiler).filename().string().find("clang") != std::string::npos ||
+         ProgramFile(compiler).filename().string().find("clang") != std::string::npos;
+}
+
+}  // namespace
+
+std::vector<std::string> CompilerCommand(const Options& options, const fs::path& folder) {
+  std::vector<std::string> command = {options.compiler};
+  if (IsClang(options.compiler)) command.emplace_back("-fno-crash-diagnostics");
+  const std::string output = (folder / "output").string();
+  if (HasArgument(options, {"--driver-mode=cl"}) ||
+      fs::path(options.compiler).filename().string().rfind("clang-cl", 0) == 0) {
+    if (!HasArgument(options, {"/Fo", "-Fo", "-o", "/Zs"})) command.push_back("/Fo" + output);
+  } else if (!HasArgument(options, {"-o", "-fsyntax-only"})) {
+    command.insert(command.end(), {"-o", output});
+  }
+  command.insert(command.end(), options.arguments.begin(), options.arguments.end());
+  return command;
+}
+
+std::vector<std::string> TestCommand(const Options& options) {
+  std::string command = options.testCommand;
+  const std::string program = command.substr(0, command.find(' '));
+  std::error_code error;
+  if (program.find('/') != std::string::npos && fs::exists(program, error)) {
+    std::string quoted = "'";
+    for (const char c : fs::absolute(program).string()) {
+      quoted += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    command.replace(0, program.size(), quoted + '\'');
+  }
+  return {"/bin/sh", "-c", command};
+}
+
+std::string SourceName(const std::string& file) {
+  const fs::path path(file);
+  std::string name = path.filename().string();
+  const std::size_t kind = name.rfind(".fut.");
+  if (kind != std::string::npos) return name.replace(kind, 5, ".");
+  // A name without any "." has become the candidate's by three letters at its end.
+  if (name.size() > 3 && name.compare(name.size() - 3, 3, "fut") == 0 &&
+      name.find('.') == std::string::npos) {
+    const std::string original = name.substr(0, name.size() - 3);
+    std::error_code error;
+    if (fs::exists(path.parent_path() / original, error)) return original;
+  }
+  return name;
+}
+
+}  // namespace snipwell::snip_cc

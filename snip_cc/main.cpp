@@ -1,0 +1,175 @@
+// snip-cc: stands between snip and a compiler, or a test, that does not speak as snip expects.
+//
+//   snip /COMPILER=snip-cc /LOGFILE=LOG [snip's options] [--cc=COMPILER] [--limit=SECONDS]
+//        [--test=COMMAND] [compiler options] SOURCE
+//
+// It runs the compiler in a process group and with a temporary folder of its own, so that nothing
+// is left behind, and writes what the compiler wrote with everything in parentheses that differs
+// between two compilations that fail in the same way.
+
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "failure/crash_headline.h"
+#include "failure/line_rewriter.h"
+#include "platform/limited_run.h"
+#include "platform/temporary_folder.h"
+#include "snip_cc/invocation.h"
+#include "snip_cc/options.h"
+
+namespace snipwell::snip_cc {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Exit statuses of the adapter's own, those that shells and "timeout" use.
+constexpr int kBadUsage = 2;
+constexpr int kTimedOut = 124;
+constexpr int kNotStarted = 127;
+constexpr int kSignalBase = 128;
+
+// More than that of a compiler's messages is not looked at.
+constexpr std::size_t kMostMessages = std::size_t{16} * 1024 * 1024;
+
+std::vector<std::string> ReadLines(const fs::path& file) {
+  std::error_code ignored;  // then the whole file is read
+  if (fs::file_size(file, ignored) > kMostMessages) fs::resize_file(file, kMostMessages, ignored);
+  std::vector<std::string> lines;
+  std::size_t size = 0;  // in memory, since lines can be empty
+  std::ifstream in(file, std::ios::binary);
+  for (std::string line; size < kMostMessages && std::getline(in, line);
+       size += sizeof(std::string) + line.size()) {
+    lines.push_back(WithoutColours(line));
+  }
+  return lines;
+}
+
+/// Runs a command with its output in a file of `folder`; comes back only when nobody has asked this
+/// process to end.
+platform::LimitedEnd Run(std::vector<std::string> command, const Options& options,
+                         const fs::path& folder, const fs::path& currentFolder) {
+  platform::LimitedRun run;
+  run.arguments = std::move(command);
+  run.folder = currentFolder.string();
+  run.outputFile = (folder / "messages").string();
+  run.temporaryFolder = folder.string();
+  run.limitSeconds = options.limitSeconds;
+  return platform::RunLimited(run);
+}
+
+std::string TimeoutLine(const Options& options) {
+  std::ostringstream line;
+  line << "snip-cc: internal error: not ended after " << options.limitSeconds << " seconds\n";
+  return line.str();
+}
+
+int StatusOf(const platform::LimitedEnd& end) {
+  if (end.timedOut) return kTimedOut;
+  if (!end.started) return kNotStarted;
+  return end.signal != 0 ? kSignalBase + end.signal : end.status;
+}
+
+/// What is left of a run when its folder is gone.
+struct Answer {
+  std::string text;       // for standard output
+  std::string complaint;  // for standard error
+  int status = EXIT_FAILURE;
+  int interruptedBy = 0;
+};
+
+/// The compiler's messages, what tells the failure from others first.
+std::string Messages(const Options& options, const fs::path& folder,
+                     const platform::LimitedEnd& end) {
+  const std::vector<std::string> lines = ReadLines(folder / "messages");
+  const bool endedBySignal = end.signal != 0 && !end.timedOut;
+  std::string text = end.timedOut ? TimeoutLine(options) : "";
+  const std::string headline = CrashHeadline(lines, endedBySignal);
+  if (!headline.empty()) {
+    text += RewriteLine(headline, folder.string()) + '\n';
+  } else if (endedBySignal) {
+    text += "snip-cc: internal error: ended by signal " + std::to_string(end.signal) + '\n';
+  }
+  for (const std::string& line : lines) text += RewriteLine(line, folder.string()) + '\n';
+  return text;
+}
+
+Answer Compile(const Options& options, const fs::path& folder) {
+  const platform::LimitedEnd end =
+      Run(CompilerCommand(options, folder), options, folder, fs::path());
+  Answer answer;
+  answer.interruptedBy = end.interruptedBy;
+  answer.status = StatusOf(end);
+  if (end.interruptedBy == 0) answer.text = Messages(options, folder, end);
+  if (!end.started) {
+    answer.complaint =
+        "cannot start " + options.compiler + ": " + std::generic_category().message(end.reason);
+  }
+  return answer;
+}
+
+/// Runs the test in a folder that holds nothing but the candidate, under the source's name. A test
+/// that holds is a failure with a line that stands for it; one that does not is a success without a
+/// word, whatever it has written, unless the shell could not run it.
+Answer Test(const Options& options, const fs::path& folder) {
+  constexpr int kCannotExecute = 126;
+  const fs::path place = folder / "test";
+  fs::create_directory(place);
+  fs::copy_file(options.source, place / SourceName(options.source));
+  const platform::LimitedEnd end = Run(TestCommand(options), options, folder, place);
+  Answer answer;
+  answer.interruptedBy = end.interruptedBy;
+  if (end.timedOut) {
+    answer.text = TimeoutLine(options);
+    answer.status = kTimedOut;
+    return answer;
+  }
+  const bool holds = end.signal == 0 && end.status == EXIT_SUCCESS;
+  if (holds) answer.text = "snip-cc: internal error: the test holds\n";
+  answer.status = holds ? EXIT_FAILURE : EXIT_SUCCESS;
+  const std::vector<std::string> lines = ReadLines(folder / "messages");
+  if ((end.status == kCannotExecute || end.status == kNotStarted) && !lines.empty()) {
+    answer.complaint = lines.back();
+  }
+  return answer;
+}
+
+Answer RunInFolder(const Options& options) {
+  const platform::SignalsHeldBack heldBack;
+  const platform::TemporaryFolder folder;
+  return options.testCommand.empty() ? Compile(options, folder.Path())
+                                     : Test(options, folder.Path());
+}
+
+int Main(const std::vector<std::string>& arguments) {
+  const Options options = ParseOptions(arguments);
+  if (!options.complaint.empty()) {
+    std::cerr << "snip-cc: " << options.complaint << '\n';
+    return kBadUsage;
+  }
+  const Answer answer = RunInFolder(options);
+  if (answer.interruptedBy != 0) platform::EndBySignal(answer.interruptedBy);
+  // Nothing is left to clean up here, so any signal may end the process now.
+  std::cout << answer.text << std::flush;
+  if (!answer.complaint.empty()) std::cerr << "snip-cc: " << answer.complaint << '\n';
+  return answer.status;
+}
+
+}  // namespace
+}  // namespace snipwell::snip_cc
+
+int main(int argc, char** argv) {
+  try {
+    return snipwell::snip_cc::Main({argv + (argc > 0 ? 1 : 0), argv + argc});
+  } catch (const std::exception& error) {
+    std::cerr << "snip-cc: " << error.what() << '\n';
+    constexpr int kCannotSetUp = 125;
+    return kCannotSetUp;
+  }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace snipwell::snip_cc {
+
+/// What the command line asks for.
+struct Options {
+  std::string compiler;     ///< to run; empty with `testCommand`
+  std::string testCommand;  ///< shell command to run instead of a compiler; empty means none
+  double limitSeconds = 0;  ///< for one compilation; 0 means none
+  std::vector<std::string> arguments;  ///< the compiler's, the source last
+  std::string source;                  ///< file to compile; empty when there is none
+  std::string complaint;               ///< why the options cannot be used; empty when they can
+};
+
+/// Takes the adapter's own options out of the arguments of the process (after argument 0) and puts
+/// "/Zs", "/Od" and "/c" into the words of gcc and clang; clang in its cl mode, given by
+/// "--driver-mode=cl" or the name "clang-cl", understands them.
+Options ParseOptions(const std::vector<std::string>& arguments);
+
+}  // namespace snipwell::snip_cc
