@@ -1,0 +1,132 @@
+// Definitions that can be put together: one with its declaration, a body with an empty one, a type
+// with another.
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "refine/names.h"
+#include "refine/passes.h"
+
+namespace snipwell {
+
+namespace {
+
+/// A statement that declares a name: "struct A;", "template <class T> int f(T) { ... }".
+struct Declaration {
+  Range item;
+  std::uint32_t name;  // kNone when there is none
+  std::uint32_t body;  // the brace that opens it, or kNone
+  bool isType;
+};
+
+bool OpensType(std::string_view word) {
+  return word == "struct" || word == "class" || word == "union" || word == "enum";
+}
+
+/// What a statement declares: the last name before its parameters, bases, body or end.
+Declaration Read(const Program& program, const Tree& tree, Range item) {
+  Declaration read = {item, Tree::kNone, Tree::kNone, false};
+  bool named = false;
+  for (std::uint32_t at = item.begin; at < item.end; at = tree.Next(at)) {
+    const std::string_view text = program.Text(at);
+    if (text == "{" && tree.Opens(at)) read.body = at;
+    named = named || text == "(" || text == "{" || text == ":" || text == ";" || text == "=";
+    if (named || program.Words()[at].kind != TokenKind::Name) continue;
+    read.isType = read.isType || OpensType(text);
+    if (!IsKeyword(text)) read.name = at;
+  }
+  return read;
+}
+
+/// All that is declared, in the order of the text.
+std::vector<Declaration> Declarations(const Program& program, const Tree& tree) {
+  std::vector<Declaration> all;
+  for (const List& list : tree.Lists()) {
+    if (list.commas) continue;
+    for (const Range item : list.items) all.push_back(Read(program, tree, item));
+  }
+  return all;
+}
+
+std::string TextOf(const Program& program, Range range) {
+  return program.Render(std::vector<Word>(program.Words().begin() + range.begin,
+                                          program.Words().begin() + range.end));
+}
+
+Range Body(const Tree& tree, const Declaration& declaration) {
+  return {declaration.body, tree.Partner(declaration.body) + 1};
+}
+
+bool Overlap(Range a, Range b) { return a.begin < b.end && b.begin < a.end; }
+
+/// Adds the edit that gives one definition the body of another, which goes.
+void MoveBody(EditList& edits, const Program& program, const Tree& tree, const Declaration& from,
+              const Declaration& to) {
+  if (Body(tree, from).Size() <= 2 || Overlap(from.item, to.item)) return;
+  const std::uint32_t text = edits.Put(TextOf(program, Body(tree, from)));
+  edits.Add({{Body(tree, to), text}, {from.item}});
+}
+
+/// Adds the edit that drops what defines a name and puts a text wherever else the name stands.
+void ReplaceDefined(EditList& edits, const Declaration& defined, const Places& places,
+                    std::uint32_t text) {
+  std::vector<Cut> cuts = EachReplaced(places, text, defined.item);
+  cuts.push_back({defined.item});
+  edits.Add(std::move(cuts));
+}
+
+}  // namespace
+
+EditList MergeDeclarations(const Program& program, const Tree& tree) {
+  EditList edits;
+  std::map<std::string_view, Range> declared;  // the first declaration of a name
+  for (const Declaration& one : Declarations(program, tree)) {
+    if (one.name == Tree::kNone) continue;
+    const auto [first, isNew] = declared.emplace(program.Text(one.name), one.item);
+    if (isNew || one.body == Tree::kNone || Overlap(first->second, one.item)) continue;
+    edits.Add({{first->second, edits.Put(TextOf(program, one.item))}, {one.item}});
+  }
+  return edits;
+}
+
+EditList MoveBodies(const Program& program, const Tree& tree) {
+  constexpr std::size_t kFarthest = 4;
+  EditList edits;
+  std::vector<Declaration> bodies;
+  for (const Declaration& one : Declarations(program, tree)) {
+    if (one.body != Tree::kNone) bodies.push_back(one);
+  }
+  for (std::size_t i = 0; i < bodies.size(); ++i) {
+    if (Body(tree, bodies[i]).Size() > 2) continue;
+    for (std::size_t distance = 1; distance <= kFarthest; ++distance) {
+      if (i + distance < bodies.size())
+        MoveBody(edits, program, tree, bodies[i + distance], bodies[i]);
+      if (i >= distance) MoveBody(edits, program, tree, bodies[i - distance], bodies[i]);
+    }
+  }
+  return edits;
+}
+
+EditList ReplaceTypes(const Program& program, const Tree& tree) {
+  EditList edits;
+  const auto places = PlacesOfNames(program);
+  const std::uint32_t plain = edits.Put("int");
+  std::optional<std::string> before;
+  for (const Declaration& one : Declarations(program, tree)) {
+    if (!one.isType || one.name == Tree::kNone) continue;
+    const std::string name(program.Text(one.name));
+    ReplaceDefined(edits, one, places.at(name), plain);
+    if (before && *before != name) {
+      ReplaceDefined(edits, one, places.at(name), edits.Put(*before));
+    }
+    before = name;
+  }
+  return edits;
+}
+
+}  // namespace snipwell

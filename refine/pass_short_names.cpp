@@ -1,0 +1,80 @@
+// Short names for all, at once, then for halves of them. Names with two underscores, which often
+// mean something to the compiler, are tried apart.
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "refine/names.h"
+#include "refine/passes.h"
+
+namespace snipwell {
+
+namespace {
+
+/// Names of one letter, then of two, that a program does not use.
+class FreshNames {
+ public:
+  explicit FreshNames(const std::map<std::string_view, Places>& usedNames) : used(usedNames) {}
+
+  std::string Next() {
+    for (;;) {
+      const std::string name = Name(number++);
+      if (used.count(name) == 0 && !IsKeyword(name)) return name;
+    }
+  }
+
+ private:
+  static std::string Name(std::size_t number) {
+    static const std::string_view letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    const std::string last(1, letters[number % letters.size()]);
+    return number < letters.size() ? last : Name(number / letters.size() - 1) + last;
+  }
+
+  const std::map<std::string_view, Places>& used;
+  std::size_t number = 0;
+};
+
+/// A name's places, and the text to stand there.
+struct Renaming {
+  const Places* places;
+  std::uint32_t text;
+};
+
+void AddRenamings(EditList& edits, const std::vector<Renaming>& renamings) {
+  if (renamings.empty()) return;
+  AddHalved(edits, 0, renamings.size() - 1, [&](std::size_t first, std::size_t last) {
+    std::vector<Cut> cuts;
+    for (std::size_t i = first; i <= last; ++i) {
+      const std::vector<Cut> one = EachReplaced(*renamings[i].places, renamings[i].text);
+      cuts.insert(cuts.end(), one.begin(), one.end());
+    }
+    return cuts;
+  });
+}
+
+}  // namespace
+
+EditList ShortNames(const Program& program, const Tree& /*tree*/) {
+  EditList edits;
+  const auto names = PlacesOfNames(program);
+  FreshNames fresh(names);
+  std::vector<Renaming> usual;
+  std::vector<Renaming> special;
+  std::string text = fresh.Next();
+  for (const auto& [name, places] : names) {
+    if (IsKeyword(name) || name.size() <= text.size()) continue;
+    auto& renamings = name.find("__") == std::string_view::npos ? usual : special;
+    renamings.push_back({&places, edits.Put(std::move(text))});
+    text = fresh.Next();
+  }
+  AddRenamings(edits, usual);
+  AddRenamings(edits, special);
+  return edits;
+}
+
+}  // namespace snipwell

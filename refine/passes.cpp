@@ -1,0 +1,25 @@
+#include "refine/passes.h"
+
+namespace snipwell {
+
+const std::vector<Pass>& Passes() {
+  static const std::vector<Pass> passes = {
+      {"items", RemoveItems},
+      {"empty groups", EmptyGroups},
+      {"groups unwrapped", UnwrapGroups},
+      {"template heads", RemoveTemplateHeads},
+      {"parameters", RemoveParameters},
+      {"neighbours", RemoveNeighbours},
+      {"everywhere", RemoveEverywhere},
+      {"brackets", RemoveBrackets},
+      {"values", PlainValues},
+      {"types", PlainTypes},
+      {"declarations", MergeDeclarations},
+      {"bodies", MoveBodies},
+      {"other types", ReplaceTypes},
+      {"short names", ShortNames},
+  };
+  return passes;
+}
+
+}  // namespace snipwell

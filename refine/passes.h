@@ -1,0 +1,56 @@
+#pragma once
+
+#include <vector>
+
+#include "refine/edit.h"
+#include "refine/program.h"
+#include "refine/tree.h"
+
+namespace snipwell {
+
+/// One kind of change, tried all over a program. It looks at the program once; its edits are as
+/// many as the program has words, times a constant at most.
+struct Pass {
+  const char* name;
+  EditList (*edits)(const Program& program, const Tree& tree);
+};
+
+/// All passes in their order, from coarse to fine.
+const std::vector<Pass>& Passes();
+
+// Each with what it makes of a line.
+
+/// int a; int b; int c;  ->  int b;
+EditList RemoveItems(const Program& program, const Tree& tree);
+/// int f(int a) { return a; }  ->  int f() {}  or  int f(int a);
+EditList EmptyGroups(const Program& program, const Tree& tree);
+/// if (a) { b(); }  ->  b();
+EditList UnwrapGroups(const Program& program, const Tree& tree);
+/// const int a = b + c;  ->  int a = b;
+EditList RemoveNeighbours(const Program& program, const Tree& tree);
+/// a = (b);  ->  a = b;
+EditList RemoveBrackets(const Program& program, const Tree& tree);
+
+/// f(12, "text", a + b)  ->  f(0, "", 0)
+EditList PlainValues(const Program& program, const Tree& tree);
+/// std::vector<int>::iterator a; T b;  ->  int a; int b;
+EditList PlainTypes(const Program& program, const Tree& tree);
+
+/// void f(int a, int b); f(1, 2);  ->  void f(int b); f(2);
+EditList RemoveParameters(const Program& program, const Tree& tree);
+/// template <class T> T f(); f<int>();  ->  T f(); f();
+EditList RemoveTemplateHeads(const Program& program, const Tree& tree);
+/// a::b c(a::d);  ->  b c(d);  and  F(a) F(b)  ->  nothing
+EditList RemoveEverywhere(const Program& program, const Tree& tree);
+
+/// struct A; int a; struct A {};  ->  struct A {}; int a;
+EditList MergeDeclarations(const Program& program, const Tree& tree);
+/// void f() {} void g() { h(); }  ->  void f() { h(); }
+EditList MoveBodies(const Program& program, const Tree& tree);
+/// struct A {}; struct B {}; B b;  ->  struct A {}; A b;
+EditList ReplaceTypes(const Program& program, const Tree& tree);
+
+/// counter = count_of(elements)  ->  a = b(c)
+EditList ShortNames(const Program& program, const Tree& tree);
+
+}  // namespace snipwell

@@ -1,0 +1,107 @@
+#include "refine/program.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "refine/tokenizer.h"
+
+namespace snipwell {
+
+namespace {
+
+bool IsNameByte(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+         c == '$' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool IsIn(char c, std::string_view set) { return set.find(c) != std::string_view::npos; }
+
+Gap GapOf(std::string_view blank) {
+  if (blank.empty()) return Gap::None;
+  return blank.find('\n') == std::string_view::npos ? Gap::Space : Gap::Line;
+}
+
+/// A word of two angles is two words, of which the second one has no gap.
+bool ClosesTwice(const Word& word, std::string_view text) {
+  return word.kind == TokenKind::Punctuator && text.size() > 1 && text.substr(0, 2) == ">>";
+}
+
+}  // namespace
+
+bool MergeWhenJoined(std::string_view left, std::string_view right) {
+  const char last = left.back();
+  const char first = right.front();
+  const bool number = left.front() == '.' || (left.front() >= '0' && left.front() <= '9');
+  if (number) return IsNameByte(first) || IsIn(first, "'.+-");
+  if (IsNameByte(last)) return IsNameByte(first) || IsIn(first, "\"'");
+  if (IsIn(last, "\"'")) return IsNameByte(first) || IsIn(first, "\"'");
+  if (last == '.') return IsNameByte(first) || first == '.' || first == '*';
+  return IsIn(last, "+-<>=&|:#/*%!^") && IsIn(first, "+-<>=&|:#/*%");
+}
+
+Program::Program(std::string source, Blanks writtenBlanks)
+    : pool(std::move(source)), blanks(writtenBlanks) {
+  AppendWords(0, words);
+}
+
+/// Appends the words of the pool from the byte `from` on.
+void Program::AppendWords(std::uint32_t from, std::vector<Word>& to) const {
+  const std::string_view text = std::string_view(pool).substr(from);
+  std::uint32_t blank = from;
+  for (const Token& token : Tokenize(text)) {
+    if (IsBetweenTokens(token.kind)) continue;
+    const std::uint32_t begin = from + token.begin;
+    const Gap gap = GapOf(std::string_view(pool).substr(blank, begin - blank));
+    Word word = {begin, token.length, blank, begin, token.kind, gap};
+    blank = begin + token.length;
+    if (ClosesTwice(word, Text(word))) {
+      word.length = 1;
+      to.push_back(word);
+      word = {begin + 1, token.length - 1, begin + 1, begin + 1, token.kind, Gap::None};
+    }
+    to.push_back(word);
+  }
+}
+
+std::vector<Word> Program::WordsOf(std::string_view text) {
+  const auto from = static_cast<std::uint32_t>(pool.size());
+  pool += text;
+  std::vector<Word> put;
+  AppendWords(from, put);
+  return put;
+}
+
+/// Writes what parts a word from the one before it.
+void Program::AppendGap(const Word* before, const Word& word, std::string& text) const {
+  const std::size_t written = text.size();
+  const bool atLineStart = text.empty() || text.back() == '\n';
+  if (blanks == Blanks::AsWritten) {
+    text.append(pool, word.blank, word.begin - word.blank);
+  } else if ((word.gap == Gap::Line || word.kind == TokenKind::DirectiveStart) && !atLineStart) {
+    text += '\n';
+  }
+  if (before == nullptr || atLineStart || text.size() > written) return;
+  const bool neighbours = before->begin + before->length == word.begin;
+  if (!neighbours && MergeWhenJoined(Text(*before), Text(word))) text += ' ';
+}
+
+std::string Program::Render(const std::vector<Word>& some) const {
+  std::string text;
+  const Word* before = nullptr;
+  bool inDirective = false;
+  for (const Word& word : some) {
+    if (inDirective && blanks == Blanks::Needed) {
+      // Here a blank can tell a macro's parameters from its text.
+      if (word.gap != Gap::None) text += ' ';
+    } else {
+      AppendGap(before, word, text);
+    }
+    text.append(pool, word.begin, word.length);
+    if (word.kind == TokenKind::DirectiveStart) inDirective = true;
+    if (word.kind == TokenKind::DirectiveEnd) inDirective = false;
+    before = &word;
+  }
+  return text;
+}
+
+}  // namespace snipwell

@@ -1,0 +1,112 @@
+#include "refine/search.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace snipwell {
+
+Search::Search(Judge& programJudge, Program start, Accepted onAccepted)
+    : judge(programJudge),
+      program(std::move(start)),
+      accepted(std::move(onAccepted)),
+      size(SizeOf(program, program.Words())) {
+  for (std::size_t place = judge.Places(); place > 0; --place) freePlaces.push_back(place - 1);
+}
+
+bool Search::Run(const std::vector<Pass>& passes) {
+  for (std::size_t i = 0; i < passes.size() && !stopped;) {
+    i = RunPass(passes[i]) ? 0 : i + 1;
+  }
+  return !stopped;
+}
+
+/// True when the program has become smaller.
+bool Search::RunPass(const Pass& pass) {
+  passName = pass.name;
+  const EditList edits = pass.edits(program, Tree(program));
+  Draft draft(program, edits);
+  const std::size_t acceptedBefore = counts.accepted;
+  nextEdit = 0;
+  for (AskAhead(edits, draft); !open.empty(); AskAhead(edits, draft)) {
+    if (!open.front().answered) {
+      AwaitAnswer();
+      if (stopped) break;
+    } else if (open.front().interesting) {
+      Accept(edits, draft);
+    } else {
+      Reject();
+    }
+  }
+  DropAll();
+  const bool gained = counts.accepted > acceptedBefore;
+  if (gained) program.SetWords(draft.With(Edit()));
+  return gained;
+}
+
+/// Asks about the next edits, as if all that are in flight would fail, until no place is free.
+void Search::AskAhead(const EditList& edits, Draft& draft) {
+  for (; nextEdit < edits.Size() && !freePlaces.empty(); ++nextEdit) {
+    const Edit& edit = edits[nextEdit];
+    if (!draft.IsChangedBy(edit)) continue;
+    std::vector<Word> words = draft.With(edit);
+    if (SizeOf(program, words) < size) AskAbout(nextEdit, std::move(words));
+  }
+}
+
+void Search::AskAbout(std::size_t edit, std::vector<Word> words) {
+  const std::string text = program.Render(words);
+  const std::size_t hash = std::hash<std::string>()(text);
+  const bool inFlight =
+      std::any_of(open.begin(), open.end(), [hash](const Question& q) { return q.hash == hash; });
+  if (inFlight || failed.count(hash) != 0) return;
+  open.push_back({edit, freePlaces.back(), hash, false, false});
+  freePlaces.pop_back();
+  ++counts.asked;
+  judge.Ask(open.back().place, text);
+}
+
+void Search::AwaitAnswer() {
+  const std::optional<Judge::Answer> answer = judge.Await();
+  stopped = !answer.has_value();
+  if (stopped) return;
+  const auto question = std::find_if(open.begin(), open.end(), [&](const Question& q) {
+    return !q.answered && q.place == answer->place;
+  });
+  question->answered = true;
+  question->interesting = answer->interesting;
+  freePlaces.push_back(answer->place);
+}
+
+void Search::Reject() {
+  failed.insert(open.front().hash);
+  open.pop_front();
+  ++counts.answered;
+}
+
+/// Makes the edit of the first question, and goes on behind it.
+void Search::Accept(const EditList& edits, Draft& draft) {
+  const Edit& edit = edits[open.front().edit];
+  open.pop_front();
+  DropAll();
+  draft.Apply(edit);
+  nextEdit = edit.next;
+  ++counts.answered;
+  ++counts.accepted;
+  const std::vector<Word> words = draft.With(Edit());
+  size = SizeOf(program, words);
+  accepted(program, program.Render(words));
+}
+
+void Search::DropAll() {
+  for (const Question& question : open) {
+    if (question.answered) {
+      if (!question.interesting) failed.insert(question.hash);
+      continue;
+    }
+    judge.Drop(question.place);
+    freePlaces.push_back(question.place);
+  }
+  open.clear();
+}
+
+}  // namespace snipwell
