@@ -7,19 +7,22 @@
 // is left behind, and writes what the compiler wrote with everything in parentheses that differs
 // between two compilations that fail in the same way.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <sstream>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "failure/crash_headline.h"
 #include "failure/line_rewriter.h"
-#include "platform/limited_run.h"
+#include "platform/child_set.h"
+#include "platform/signals.h"
 #include "platform/temporary_folder.h"
 #include "snip_cc/invocation.h"
 #include "snip_cc/options.h"
@@ -36,32 +39,44 @@ constexpr int kNotStarted = 127;
 constexpr int kSignalBase = 128;
 
 // More than that of a compiler's messages is not looked at.
-constexpr std::size_t kMostMessages = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t kMostMessages = platform::Child::kMostOutput;
 
-std::vector<std::string> ReadLines(const fs::path& file) {
-  std::error_code ignored;  // then the whole file is read
-  if (fs::file_size(file, ignored) > kMostMessages) fs::resize_file(file, kMostMessages, ignored);
+/// The lines, without colours, up to the bound.
+std::vector<std::string> Lines(const std::string& output) {
   std::vector<std::string> lines;
   std::size_t size = 0;  // in memory, since lines can be empty
-  std::ifstream in(file, std::ios::binary);
-  for (std::string line; size < kMostMessages && std::getline(in, line);
-       size += sizeof(std::string) + line.size()) {
-    lines.push_back(WithoutColours(line));
+  for (std::size_t start = 0; start < output.size() && size < kMostMessages;) {
+    const std::size_t end = std::min(output.find('\n', start), output.size());
+    lines.push_back(WithoutColours(output.substr(start, end - start)));
+    size += sizeof(std::string) + end - start;
+    start = end + 1;
   }
   return lines;
 }
 
-/// Runs a command with its output in a file of `folder`; comes back only when nobody has asked this
-/// process to end.
-platform::LimitedEnd Run(std::vector<std::string> command, const Options& options,
-                         const fs::path& folder, const fs::path& currentFolder) {
-  platform::LimitedRun run;
-  run.arguments = std::move(command);
-  run.folder = currentFolder.string();
-  run.outputFile = (folder / "messages").string();
-  run.temporaryFolder = folder.string();
-  run.limitSeconds = options.limitSeconds;
-  return platform::RunLimited(run);
+/// What a command wrote, and how it ended.
+struct RunResult {
+  std::vector<std::string> lines;
+  platform::ChildEnd end;
+  int interruptedBy = 0;  // the signal that this process was sent meanwhile, or 0
+};
+
+RunResult Run(std::vector<std::string> arguments, const Options& options, const fs::path& folder,
+              const fs::path& currentFolder) {
+  platform::ChildCommand command;
+  command.arguments = std::move(arguments);
+  command.folder = currentFolder.string();
+  command.temporaryFolder = folder.string();
+  command.limitSeconds = options.limitSeconds;
+  platform::ChildSet children;
+  const platform::Child& child = children.Start(command);
+  RunResult result;
+  while (!child.HasEnded() && result.interruptedBy == 0) {
+    result.interruptedBy = children.Wait().signal;
+  }
+  result.end = child.End();
+  if (result.interruptedBy == 0) result.lines = Lines(child.Output());
+  return result;
 }
 
 std::string TimeoutLine(const Options& options) {
@@ -70,7 +85,7 @@ std::string TimeoutLine(const Options& options) {
   return line.str();
 }
 
-int StatusOf(const platform::LimitedEnd& end) {
+int StatusOf(const platform::ChildEnd& end) {
   if (end.timedOut) return kTimedOut;
   if (!end.started) return kNotStarted;
   return end.signal != 0 ? kSignalBase + end.signal : end.status;
@@ -85,31 +100,29 @@ struct Answer {
 };
 
 /// The compiler's messages, what tells the failure from others first.
-std::string Messages(const Options& options, const fs::path& folder,
-                     const platform::LimitedEnd& end) {
-  const std::vector<std::string> lines = ReadLines(folder / "messages");
+std::string Messages(const Options& options, const fs::path& folder, const RunResult& result) {
+  const platform::ChildEnd& end = result.end;
   const bool endedBySignal = end.signal != 0 && !end.timedOut;
   std::string text = end.timedOut ? TimeoutLine(options) : "";
-  const std::string headline = CrashHeadline(lines, endedBySignal);
+  const std::string headline = CrashHeadline(result.lines, endedBySignal);
   if (!headline.empty()) {
     text += RewriteLine(headline, folder.string()) + '\n';
   } else if (endedBySignal) {
     text += "snip-cc: internal error: ended by signal " + std::to_string(end.signal) + '\n';
   }
-  for (const std::string& line : lines) text += RewriteLine(line, folder.string()) + '\n';
+  for (const std::string& line : result.lines) text += RewriteLine(line, folder.string()) + '\n';
   return text;
 }
 
 Answer Compile(const Options& options, const fs::path& folder) {
-  const platform::LimitedEnd end =
-      Run(CompilerCommand(options, folder), options, folder, fs::path());
+  const RunResult result = Run(CompilerCommand(options, folder), options, folder, fs::path());
   Answer answer;
-  answer.interruptedBy = end.interruptedBy;
-  answer.status = StatusOf(end);
-  if (end.interruptedBy == 0) answer.text = Messages(options, folder, end);
-  if (!end.started) {
-    answer.complaint =
-        "cannot start " + options.compiler + ": " + std::generic_category().message(end.reason);
+  answer.interruptedBy = result.interruptedBy;
+  answer.status = StatusOf(result.end);
+  if (result.interruptedBy == 0) answer.text = Messages(options, folder, result);
+  if (!result.end.started) {
+    answer.complaint = "cannot start " + options.compiler + ": " +
+                       std::generic_category().message(result.end.reason);
   }
   return answer;
 }
@@ -122,20 +135,20 @@ Answer Test(const Options& options, const fs::path& folder) {
   const fs::path place = folder / "test";
   fs::create_directory(place);
   fs::copy_file(options.source, place / SourceName(options.source));
-  const platform::LimitedEnd end = Run(TestCommand(options), options, folder, place);
+  const RunResult result = Run(TestCommand(options), options, folder, place);
   Answer answer;
-  answer.interruptedBy = end.interruptedBy;
-  if (end.timedOut) {
+  answer.interruptedBy = result.interruptedBy;
+  if (result.end.timedOut) {
     answer.text = TimeoutLine(options);
     answer.status = kTimedOut;
     return answer;
   }
-  const bool holds = end.signal == 0 && end.status == EXIT_SUCCESS;
+  const int status = result.end.status;
+  const bool holds = result.end.signal == 0 && status == EXIT_SUCCESS;
   if (holds) answer.text = "snip-cc: internal error: the test holds\n";
   answer.status = holds ? EXIT_FAILURE : EXIT_SUCCESS;
-  const std::vector<std::string> lines = ReadLines(folder / "messages");
-  if ((end.status == kCannotExecute || end.status == kNotStarted) && !lines.empty()) {
-    answer.complaint = lines.back();
+  if ((status == kCannotExecute || status == kNotStarted) && !result.lines.empty()) {
+    answer.complaint = result.lines.back();
   }
   return answer;
 }

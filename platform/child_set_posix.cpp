@@ -1,0 +1,277 @@
+#include "platform/child_set.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+
+#include "platform/descriptor.h"
+#include "platform/orphans_posix.h"
+#include "platform/signals.h"
+#include "platform/signals_posix.h"
+#include "platform/spawn_posix.h"
+
+namespace snipwell::platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+// What a pipe holds, unless the child has made it larger, up to sixteen times as large.
+constexpr std::size_t kPipeSize = std::size_t{64} * 1024;
+constexpr int kLargestPipe = 16;
+
+/// The descriptor under a number that no standard one has.
+Descriptor AboveStandard(int number) {
+  Descriptor descriptor(number);
+  if (number < 0 || number > kStandardError) return descriptor;
+  return Descriptor(::fcntl(number, F_DUPFD_CLOEXEC, kStandardError + 1));
+}
+
+/// Opens a pipe whose end to read never waits. Returns 0 or the system's error number.
+int OpenPipe(Descriptor& readEnd, Descriptor& writeEnd) {
+  int ends[2] = {-1, -1};
+  if (::pipe2(ends, O_CLOEXEC) != 0) return errno;
+  readEnd = AboveStandard(ends[0]);
+  writeEnd = AboveStandard(ends[1]);
+  if (!readEnd.IsOpen() || !writeEnd.IsOpen()) return EMFILE;
+  return ::fcntl(readEnd.Number(), F_SETFL, O_NONBLOCK) == 0 ? 0 : errno;
+}
+
+/// A child of this process that has ended and that nobody has waited for, or 0. It is not taken
+/// away, so that its process group stays its own until it is killed.
+pid_t EndedProcess() {
+  siginfo_t ended{};
+  while (::waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == EINTR) {
+  }
+  return ended.si_pid;
+}
+
+int Await(pid_t process) {
+  int status = 0;
+  while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+  }
+  return status;
+}
+
+/// Waits until a descriptor is ready, a signal comes or the time is up; without a time, forever.
+void Poll(std::vector<pollfd>& descriptors, std::optional<double> seconds) {
+  sigset_t mask;
+  ::sigprocmask(SIG_SETMASK, nullptr, &mask);
+  const sigset_t awaited = AwaitedSignals();
+  for (int signal = 1; signal < NSIG; ++signal) {
+    if (::sigismember(&awaited, signal) == 1) ::sigdelset(&mask, signal);
+  }
+  struct timespec time {};
+  constexpr double kLongest = 1e6;  // then the caller waits again
+  const double wait = std::clamp(seconds.value_or(0), 0.0, kLongest);
+  time.tv_sec = static_cast<time_t>(wait);
+  time.tv_nsec = static_cast<long>((wait - static_cast<double>(time.tv_sec)) * 1e9);
+  if (::ppoll(descriptors.data(), descriptors.size(), seconds ? &time : nullptr, &mask) < 0) {
+    for (pollfd& descriptor : descriptors) descriptor.revents = 0;
+  }
+}
+
+}  // namespace
+
+struct Child::Process {
+  pid_t id = -1;
+  Descriptor output;  // closed when nobody can write any more
+  std::string temporaryFolder;
+  Clock::time_point start;
+  std::optional<Clock::time_point> limit;  // none when the end is near anyway
+
+  void Kill() {
+    limit.reset();
+    ::kill(-id, SIGKILL);
+    ::kill(id, SIGKILL);  // should it have left its group
+  }
+};
+
+Child::Child() : process(std::make_unique<Process>()) {}
+
+Child::~Child() = default;
+
+/// What holds as long as the set lives, and the buffer of all reading.
+struct ChildSet::System {
+  SignalsHeldBack heldBack;
+  struct rlimit core {};
+  std::vector<char> buffer = std::vector<char>(kPipeSize);
+
+  System() {
+    ::getrlimit(RLIMIT_CORE, &core);
+    struct rlimit none = core;
+    none.rlim_cur = 0;
+    ::setrlimit(RLIMIT_CORE, &none);  // children have it from their parent
+    AdoptOrphans(true);
+  }
+  ~System() {
+    AdoptOrphans(false);
+    ::setrlimit(RLIMIT_CORE, &core);
+  }
+  System(const System&) = delete;
+  System& operator=(const System&) = delete;
+
+  /// Reads at most what a pipe holds. False when there is nothing to read, for now or any more.
+  bool Read(Descriptor& pipe, std::string& output) {
+    ssize_t count = -1;
+    do {
+      count = ::read(pipe.Number(), buffer.data(), buffer.size());
+    } while (count < 0 && errno == EINTR);
+    if (count == 0 || (count < 0 && errno != EAGAIN)) pipe.Close();
+    if (count <= 0) return false;
+    const std::size_t room = Child::kMostOutput - output.size();
+    output.append(buffer.data(), std::min(static_cast<std::size_t>(count), room));
+    return true;
+  }
+};
+
+ChildSet::ChildSet() : system(std::make_unique<System>()) {}
+
+ChildSet::~ChildSet() {
+  for (const auto& child : children) Stop(*child);
+  for (const auto& child : children) {
+    if (!child->ended) Finish(*child);
+  }
+}
+
+Child& ChildSet::Start(const ChildCommand& command) {
+  children.push_back(std::unique_ptr<Child>(new Child));
+  Child& child = *children.back();
+  Child::Process& process = *child.process;
+  Descriptor writeEnd;
+  child.end.reason = OpenPipe(process.output, writeEnd);
+  process.temporaryFolder = command.temporaryFolder;
+  process.start = Clock::now();
+  if (command.limitSeconds > 0) {
+    constexpr double kMost = 1e9;  // the clock counts no further
+    const Seconds limit(std::min(command.limitSeconds, kMost));
+    process.limit = process.start + std::chrono::duration_cast<Clock::duration>(limit);
+  }
+  if (child.end.reason == 0) child.end.reason = Spawn(command, writeEnd, process.id);
+  child.end.started = child.end.reason == 0;
+  child.ended = child.hasNews = !child.end.started;
+  if (child.ended) process.output.Close();
+  return child;
+}
+
+void ChildSet::Stop(Child& child) {
+  if (child.ended) return;
+  child.end.stopped = !child.end.timedOut;
+  child.process->Kill();
+}
+
+void ChildSet::Release(Child& child) {
+  Stop(child);
+  if (!child.ended) Finish(child);
+  const auto isIt = [&](const auto& other) { return other.get() == &child; };
+  children.erase(std::find_if(children.begin(), children.end(), isIt));
+}
+
+ChildNews ChildSet::Wait(std::optional<double> seconds) {
+  const Clock::time_point start = Clock::now();
+  for (;;) {
+    const std::optional<double> left =
+        seconds ? std::optional(*seconds - Seconds(Clock::now() - start).count()) : std::nullopt;
+    Look(left);
+    ChildNews news = TakeNews();
+    const bool runs = std::any_of(children.begin(), children.end(),
+                                  [](const auto& child) { return !child->ended; });
+    if (!news.children.empty() || news.signal != 0 || (left ? *left <= 0 : !runs)) return news;
+  }
+}
+
+Child* ChildSet::Find(long process) const {
+  for (const auto& child : children) {
+    if (!child->ended && child->process->id == process) return child.get();
+  }
+  return nullptr;
+}
+
+/// Ends what is left of a child that has ended or has been killed.
+void ChildSet::Finish(Child& child) {
+  child.process->Kill();
+  const int status = Await(child.process->id);
+  if (WIFSIGNALED(status)) child.end.signal = WTERMSIG(status);
+  if (WIFEXITED(status)) child.end.status = WEXITSTATUS(status);
+  child.end.seconds = Seconds(Clock::now() - child.process->start).count();
+  child.ended = child.hasNews = true;
+  std::vector<Family> running;
+  for (const auto& other : children) {
+    if (!other->ended) running.push_back({other->process->id, other->process->temporaryFolder});
+  }
+  EndOrphans(running);
+  // What has been written is in the pipe; somebody who could not be killed may still write.
+  for (int i = 0; i < kLargestPipe && system->Read(child.process->output, child.output); ++i) {
+  }
+  child.process->output.Close();
+}
+
+/// How long nothing needs to be looked at, when the caller allows `seconds`.
+std::optional<double> ChildSet::TimeToSleep(std::optional<double> seconds) const {
+  bool runs = false;
+  for (const auto& child : children) {
+    if (child->hasNews) return 0;
+    if (child->ended) continue;
+    runs = true;
+    if (!child->process->limit) continue;
+    const double left = Seconds(*child->process->limit - Clock::now()).count();
+    seconds = std::min(seconds.value_or(left), left);
+  }
+  return runs ? seconds : seconds.value_or(0);
+}
+
+/// Waits until something happens, at most that long, and takes in what has happened.
+void ChildSet::Look(std::optional<double> seconds) {
+  std::vector<pollfd> pipes;
+  for (const auto& child : children) {
+    const Descriptor& output = child->process->output;
+    if (output.IsOpen()) pipes.push_back({output.Number(), POLLIN, 0});
+  }
+  Poll(pipes, TimeToSleep(seconds));
+  auto pipe = pipes.begin();
+  for (const auto& child : children) {
+    Descriptor& output = child->process->output;
+    if (!output.IsOpen() || (pipe++)->revents == 0) continue;
+    if (system->Read(output, child->output)) child->hasNews = true;
+  }
+  CollectEnds();
+  StopOverdue();
+}
+
+void ChildSet::CollectEnds() {
+  while (const pid_t ended = EndedProcess()) {
+    if (Child* const child = Find(ended)) {
+      Finish(*child);
+    } else {
+      Await(ended);  // an orphan of a child that still runs
+    }
+  }
+}
+
+void ChildSet::StopOverdue() {
+  for (const auto& child : children) {
+    if (child->ended || !child->process->limit || Clock::now() < *child->process->limit) continue;
+    child->end.timedOut = true;
+    child->process->Kill();
+  }
+}
+
+ChildNews ChildSet::TakeNews() {
+  ChildNews news;
+  for (const auto& child : children) {
+    if (child->hasNews) news.children.push_back(child.get());
+    child->hasNews = false;
+  }
+  news.signal = TakeSignal();
+  return news;
+}
+
+}  // namespace snipwell::platform
