@@ -1,0 +1,263 @@
+#include "compile/compile_command.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "compile/response_files.h"
+#include "temp_folder.h"
+
+namespace snipwell {
+
+namespace {
+
+using namespace std::string_literals;
+using Words = std::vector<std::string>;
+
+std::string Joined(const Words& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+Words AtBlanks(const std::string& text) { return SplitWords(text, Quoting::Gnu); }
+
+/// "compiler | arguments | action language source", or the complaint.
+std::string TakenApart(const Words& words, const std::string& folder) {
+  const CommandOrComplaint taken = TakeCommandApart(words, folder);
+  const CompileCommand& command = taken.command;
+  if (!taken.complaint.empty()) return taken.complaint;
+  std::string text = Joined(command.environment) + (command.environment.empty() ? "" : " ");
+  text += command.compiler + (command.frontEnd ? " -cc1 | " : " | ") + Joined(command.arguments);
+  text += (command.arguments.empty() ? "| " : " | ") + command.action + " ";
+  return text + (command.language.empty() ? "" : command.language + " ") + command.source;
+}
+
+}  // namespace
+
+TEST(TakeCommandApart, UnderstandsCommandsAsBuildProgramsWriteThem) {
+  const TempFolder folder;
+  folder.Write("gnu.rsp", "-DA=1 '-DB=x y' -o out.o @more.rsp");
+  folder.Write("more.rsp", "-O2\n-c \"my src/pool.cpp\"\n");
+  folder.Write("cl.rsp", R"(/DA=1 /IC:\inc\ "/DB=x y" /Foout.obj /c C:\src\pool.cpp)");
+  folder.Write("loop.rsp", "-O2 @loop.rsp");
+  const struct {
+    const char* words;
+    const char* taken;  // a complaint's first words, when there is no "|"
+  } rows[] = {
+      // By hand.
+      {"g++ -std=c++20 -O2 -Iinclude -DNDEBUG -c src/pool.cpp -o build/pool.o",
+       "g++ | -std=c++20 -O2 -Iinclude -DNDEBUG | -c src/pool.cpp"},
+      {"g++ x.cpp", "g++ | | -c x.cpp"},
+      {"gcc -g3 -o x x.c -lm -lpthread -Wl,-rpath,/lib -L /opt/lib", "gcc | -g3 | -c x.c"},
+      {"clang -fsyntax-only -c x.c", "clang | | -fsyntax-only x.c"},
+      {"gcc -E -dD x.c", "gcc | | -c x.c"},
+      {"gcc -S -O1 -c -masm=intel -ox.s x.c", "gcc | -O1 -masm=intel | -S x.c"},
+      {"gcc -xc++ -O2 in.txt", "gcc | -O2 | -c c++ in.txt"},
+      {"gcc -x c++ a.o -x none", "gcc | | -c c++ a.o"},
+      {"g++ -x none x.c y.o z.a", "g++ | | -c x.c"},
+      {"gcc -D X -U Y -include x.h -isystem /i x.c",
+       "gcc | -D X -U Y -include x.h -isystem /i | -c x.c"},
+      {"g++ -fno-exceptions pool.C -save-temps=obj -fdump-tree-all-details -dumpbase pool",
+       "g++ | -fno-exceptions | -c pool.C"},
+      {"clang++ -x c++-cpp-output -O3 pool.txt -v", "clang++ | -O3 | -c c++-cpp-output pool.txt"},
+      {"gcc-12 -c -- x.c", "gcc-12 | | -c x.c"},
+      {"cc -fdiagnostics-color=always -fplugin=p.so -aux-info x.X -time x.i",
+       "cc | -fplugin=p.so | -c x.i"},
+      // CMake: Make, Ninja, its helpers.
+      {"/usr/bin/c++ -DQT_CORE_LIB -I/src -isystem /usr/include/qt5 -g -fPIC -std=gnu++17 -MD -MT "
+       "CMakeFiles/x.dir/a.cpp.o -MF CMakeFiles/x.dir/a.cpp.o.d -o CMakeFiles/x.dir/a.cpp.o -c "
+       "/s/a.cpp",
+       "/usr/bin/c++ | -DQT_CORE_LIB -I/src -isystem /usr/include/qt5 -g -fPIC -std=gnu++17 | -c "
+       "/s/a.cpp"},
+      {"/usr/bin/cmake -E __run_co_compile --launcher=ccache --tidy=tidy --source=a.cpp -- "
+       "/usr/bin/g++ -O2 -c a.cpp",
+       "/usr/bin/g++ | -O2 | -c a.cpp"},
+      {"cmake -E env LANG=C A=b -- clang++-14 --serialize-diagnostics a.dia -c a.cpp",
+       "LANG=C A=b clang++-14 | | -c a.cpp"},
+      {"g++ -Winvalid-pch -include /b/cmake_pch.hxx -c a.cpp",
+       "g++ | -Winvalid-pch -include /b/cmake_pch.hxx | -c a.cpp"},
+      {"clang++ -Xclang -include-pch -Xclang /b/cmake_pch.hxx.pch -c a.cpp",
+       "A precompiled header is used or made (-Xclang)"},
+      {"g++ -std=gnu++20 -fmodules-ts -fmodule-mapper=a.modmap -MD -fdeps-format=p1689r5 -x c++ -c "
+       "a.cpp",
+       "C++ modules are used or made (-fmodules-ts)"},
+      {"cmake --build .", "cmake is no compiler"},
+      // Autotools.
+      {"/bin/bash ../libtool --tag=CXX --mode=compile g++ -DHAVE_CONFIG_H -I. -g -O2 -MT p.lo -MD "
+       "-MP "
+       "-MF .deps/p.Tpo -c -o p.lo p.cpp",
+       "g++ | -DHAVE_CONFIG_H -I. -g -O2 | -c p.cpp"},
+      {"libtool --mode=link gcc -O2 -o libx.la a.lo b.lo -rpath /usr/lib",
+       "The command compiles no C or C++ source but takes a.lo, b.lo:"},
+      {"gcc -DLOCALEDIR=\\\"/usr\\\" -c -o a.o a.c", "gcc | -DLOCALEDIR=\"/usr\" | -c a.c"},
+      // Meson.
+      {"ccache c++ -Ilib/p -I../lib -fdiagnostics-color=always -D_FILE_OFFSET_BITS=64 -Wall "
+       "-Werror -O0 "
+       "-MD -MQ lib/a.o -MF lib/a.o.d -o lib/a.o -c ../lib/a.cc",
+       "c++ | -Ilib/p -I../lib -D_FILE_OFFSET_BITS=64 -Wall -Werror -O0 | -c ../lib/a.cc"},
+      {"clang -fcolor-diagnostics -flto=thin -pthread --coverage -c a.c",
+       "clang | -flto=thin -pthread --coverage | -c a.c"},
+      // Bazel.
+      {"/usr/bin/gcc -U_FORTIFY_SOURCE -fstack-protector -MD -MF bazel-out/k8/x.pic.d "
+       "-frandom-seed=bazel-out/k8/x.pic.o -fPIC -iquote . -iquote external/g "
+       "-D__DATE__=\"redacted\" -c lib/x.cc -o bazel-out/k8/x.pic.o",
+       "/usr/bin/gcc | -U_FORTIFY_SOURCE -fstack-protector -frandom-seed=bazel-out/k8/x.pic.o "
+       "-fPIC "
+       "-iquote . -iquote external/g -D__DATE__=redacted | -c lib/x.cc"},
+      // The Linux kernel.
+      {"gcc -Wp,-MMD,kernel/.fork.o.d -nostdinc -I./include -include ./include/linux/kconfig.h "
+       "-D__KERNEL__ -mno-sse --param=allow-store-data-races=0 --param ssp-buffer-size=4 "
+       "-DKBUILD_MODNAME='\"fork\"' -c -o kernel/fork.o kernel/fork.c",
+       "gcc | -nostdinc -I./include -include ./include/linux/kconfig.h -D__KERNEL__ -mno-sse "
+       "--param=allow-store-data-races=0 --param ssp-buffer-size=4 -DKBUILD_MODNAME=\"fork\" "
+       "| -c kernel/fork.c"},
+      {"gcc -Wp,-MD,a.d -Wp,-D_FORTIFY_SOURCE=2 -Wa,--noexecstack -c boot.S",
+       "The command compiles no C"},
+      // Qt and Xcode.
+      {"g++ -c -pipe -O2 -D_REENTRANT -I. -I/usr/lib/qt/mkspecs/linux-g++ -o main.o main.cpp",
+       "g++ | -pipe -O2 -D_REENTRANT -I. -I/usr/lib/qt/mkspecs/linux-g++ | -c main.cpp"},
+      {"xcrun -sdk macosx clang -x c++ -target arm64-apple-macos11 -fmessage-length=0 "
+       "-index-store-path /i -MMD -MT dependencies -isysroot /sdk -F/fw -framework Metal -c a.cpp",
+       "clang | -target arm64-apple-macos11 -isysroot /sdk -F/fw | -c c++ a.cpp"},
+      {"clang -arch x86_64 -fmodules -c a.c", "C++ modules are used or made (-fmodules)"},
+      // cl and clang-cl, by CMake and Visual Studio.
+      {"cl.exe /nologo /TP -DWIN32 -ID:\\\\x\\\\inc /DWIN32 /EHsc /MDd /Zi /showIncludes "
+       "/FoCMakeFiles\\\\x.dir\\\\a.cpp.obj /FdCMakeFiles\\\\x.dir\\\\ /FS -c D:\\\\x\\\\a.cpp",
+       "cl.exe | /nologo -DWIN32 -ID:\\x\\inc /DWIN32 /EHsc /MDd /Zi /FS | /c c++ D:\\x\\a.cpp"},
+      {"cl /c /I inc /D A /W4 /WX- /Od /Gm- /std:c++20 /Fax.asm /FAcs /Fo\"out/\" /Tc a.inc",
+       "cl | /I inc /D A /W4 /WX- /Od /Gm- /std:c++20 | /c c a.inc"},
+      {"cl /Zs /Yu\"stdafx.h\" a.cpp", "A precompiled header is used or made (/Yustdafx.h)"},
+      {"cl /std:c++20 /interface a.cpp", "C++ modules are used or made (/interface)"},
+      {"cl /EHsc a.CPP user32.lib /Fea.exe /link /SUBSYSTEM:CONSOLE b.cpp",
+       "cl | /EHsc | /c a.CPP"},
+      {"cl /nologo /MP4 /TP a.obj b.obj", "The command compiles no C"},
+      {"clang-cl /nologo -TP -imsvc /sdk/inc /clang:-MD /clang:-MF /clang:a.d -openmp -m32 "
+       "-Xclang -fexceptions -fcolor-diagnostics /Foa.obj -c -- /Users/me/a.cpp",
+       "clang-cl | /nologo -imsvc /sdk/inc -openmp -m32 -Xclang -fexceptions | /c c++ "
+       "/Users/me/a.cpp"},
+      {"clang-cl-14 /O2 /UNDEBUG /FIx.h /Users/me/a.c",
+       "clang-cl-14 | /O2 /UNDEBUG /FIx.h | /c /Users/me/a.c"},
+      {"clang --driver-mode=cl /O2 /Fo:a.obj a.c", "clang | --driver-mode=cl /O2 | /c a.c"},
+      {"clang-cl /Zs /work/x/a.cpp -Xclang -verify",
+       "clang-cl | -Xclang -verify | /Zs /work/x/a.cpp"},
+      // What starts compilers.
+      {"ccache distcc g++ -c a.cpp", "g++ | | -c a.cpp"},
+      {"CCACHE_DISABLE=1 nice -n 19 ionice -c 3 icecc /opt/x86_64-linux-gnu-g++ -c a.cpp",
+       "CCACHE_DISABLE=1 /opt/x86_64-linux-gnu-g++ | | -c a.cpp"},
+      {"/usr/bin/env -u CPATH LC_ALL=C X= sccache cl.exe /c a.c", "LC_ALL=C X= cl.exe | | /c a.c"},
+      {"time -f %e timeout -k 5 60 g++ -c a.cpp", "g++ | | -c a.cpp"},
+      {"scan-build -o /tmp/x bear -- clang -c a.c", "clang | | -c a.c"},
+      {"pump distcc /usr/bin/distcc gcc -c a.c", "gcc | | -c a.c"},
+      {"taskset 0x3 rewrapper --cfg=x.cfg -exec_root=/b ../clang++ -MF a.d -c a.cc",
+       "../clang++ | | -c a.cc"},
+      {"ccache", "No compiler is named"},
+      {"", "No compiler is named"},
+      // Response files.
+      {"g++ @gnu.rsp", "g++ | -DA=1 -DB=x y -O2 | -c my src/pool.cpp"},
+      {"cl /nologo @cl.rsp", "cl | /nologo /DA=1 /IC:\\inc\\ /DB=x y | /c C:\\src\\pool.cpp"},
+      {"g++ -c a.cpp @loop.rsp", "The response file "},
+      {"g++ -c a.cpp @gone.rsp", "The response file gone.rsp cannot be read"},
+      // clang -cc1.
+      {"/l/clang -cc1 -triple x86_64-pc-linux-gnu -emit-obj -main-file-name a.cpp -target-cpu "
+       "x86-64 "
+       "-mllvm -x=y -coverage-notes-file /c.gcno -internal-isystem /i -fvisibility hidden "
+       "-fexceptions -split-dwarf-output a.dwo -o a.o -x c++ a-12ab.cpp",
+       "/l/clang -cc1 | -triple x86_64-pc-linux-gnu -main-file-name a.cpp -target-cpu x86-64 "
+       "-mllvm -x=y "
+       "-internal-isystem /i -fvisibility hidden -fexceptions | -emit-obj c++ a-12ab.cpp"},
+      {"clang -cc1 a.c", "clang -cc1 | | -fsyntax-only a.c"},
+      {"clang -Xclang -load -Xclang p.so -Xclang -dependency-file -Xclang a.d -c a.c",
+       "clang | -Xclang -load -Xclang p.so | -c a.c"},
+      // What cannot be taken.
+      {"make -j8", "make is no compiler"},
+      {"/usr/bin/ld -o x a.o", "/usr/bin/ld is no compiler"},
+      {"g++ -O2", "The command names no source"},
+      {"g++ a.o b.o c.a d.so -o x",
+       "The command compiles no C or C++ source but takes a.o, b.o, c.a, ...:"},
+      {"g++ a.cpp b.cpp c.o -o x",
+       "The command compiles 2 sources (a.cpp, b.cpp): compile one source"},
+      {"gcc -x c - -c", "The source is read from standard input"},
+      {"g++ -O2 a.hpp", "a.hpp would become a precompiled header"},
+      {"g++ -x c++-header a.h", "a.h would become a precompiled header"},
+      {"clang++ -include-pch a.pch a.cpp", "A precompiled header is used or made (-include-pch)"},
+      {"g++ a.cpp a.h.gch", "A precompiled header is used or made (a.h.gch)"},
+      {"clang++ --precompile a.cppm", "C++ modules are used or made (a.cppm)"},
+      {"clang++ -fmodule-file=m=m.pcm a.cpp",
+       "C++ modules are used or made (-fmodule-file=m=m.pcm)"},
+      {"gcc -x fortran a.c", "The command compiles no C or C++ source"},
+      {"gcc a.c -o", "-o at the end lacks its value"},
+  };
+  for (const auto& row : rows) {
+    const std::string taken = TakenApart(AtBlanks(row.words), folder.NameOf(""));
+    const std::string expected = row.taken;
+    const bool isWhole = expected.find('|') != std::string::npos;
+    EXPECT_EQ(isWhole ? taken : taken.substr(0, expected.size()), expected) << row.words;
+  }
+}
+
+TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
+  const struct {
+    const char* words;
+    const char* compile;
+    const char* preprocess;
+    const char* preprocessed;  // the compilation of the preprocessed source
+  } rows[] = {
+      {"g++ -O2 -Ii -DA -include a.h -Wall -c a.cpp -o a.o",
+       "g++ -O2 -Ii -DA -include a.h -Wall -c -o O S",
+       "g++ -O2 -Ii -DA -include a.h -Wall -E -w -o O S",
+       "g++ -O2 -Wall -c -o O -x c++-cpp-output S"},
+      {"gcc -x c++ -S a.c", "gcc -S -o O -x c++ S", "gcc -E -w -o O -x c++ S",
+       "gcc -S -o O -x c++-cpp-output S"},
+      {"clang -stdlib=x -g a.c", "clang -fno-crash-diagnostics -stdlib=x -g -c -o O S",
+       "clang -fno-crash-diagnostics -stdlib=x -g -E -w -o O S",
+       "clang -fno-crash-diagnostics -g -c -o O -x cpp-output S"},
+      {"clang -fsyntax-only a.c", "clang -fno-crash-diagnostics -fsyntax-only S",
+       "clang -fno-crash-diagnostics -E -w -o O S",
+       "clang -fno-crash-diagnostics -fsyntax-only -x cpp-output S"},
+      {"clang -cc1 -triple t -emit-obj -I i -o a.o -x c a.c",
+       "clang -cc1 -triple t -I i -emit-obj -o O -x c S",
+       "clang -cc1 -triple t -I i -E -w -o O -x c S",
+       "clang -cc1 -triple t -emit-obj -o O -x cpp-output S"},
+      {"cl /Zi /Ii /TP a.c", "cl /Zi /Ii /c /FoO /FdO.pdb /TP S", "cl /Zi /Ii /P /w /FiO /TP S",
+       "cl /Zi /c /FoO /FdO.pdb /TP S"},
+      {"clang-cl /Zs /Zi -D A a.c", "clang-cl -fno-crash-diagnostics /Zi -D A /Zs -- S",
+       "clang-cl -fno-crash-diagnostics /Zi -D A /P /w /FiO -- S",
+       "clang-cl -fno-crash-diagnostics /Zi /Zs /TC -- S"},
+  };
+  for (const auto& row : rows) {
+    const CompileCommand command = TakeCommandApart(AtBlanks(row.words), "").command;
+    EXPECT_EQ(Joined(CompileWords(command, "S", "O")), row.compile);
+    EXPECT_EQ(Joined(PreprocessWords(command, "S", "O", true)), row.preprocess);
+    EXPECT_EQ(PreprocessWords(command, "S", "O", false).size(),
+              AtBlanks(row.preprocess).size() + 1);
+    EXPECT_EQ(Joined(CompileWords(ForPreprocessed(command), "S", "O")), row.preprocessed);
+  }
+}
+
+TEST(SplitWords, FollowsTheRulesOfWhoeverWroteTheText) {
+  const struct {
+    const char* text;
+    Words gnu, windows, shell;
+  } rows[] = {
+      {"", {}, {}, {}},
+      {" a\t b\r\nc ", {"a", "b", "c"}, {"a", "b", "c"}, {"a", "b", "c"}},
+      {"'a b' \"c d\"e", {"a b", "c de"}, {"'a", "b'", "c de"}, {"a b", "c de"}},
+      {"\"\" a", {"", "a"}, {"", "a"}, {"", "a"}},
+      {R"(a\ b\\ "\x\"")", {"a b\\", "x\""}, {"a\\", R"(b\\)", R"(\x")"}, {"a b\\", R"(\x")"}},
+      {R"('\a')", {"a"}, {R"('\a')"}, {R"(\a)"}},
+      {R"("a""b" "c\\" d\\"e f")",
+       {"ab", "c\\", "d\\e f"},
+       {"a\"b", "c\\", "d\\e f"},
+       {"ab", "c\\", "d\\e f"}},
+      {"a\\\nb", {"a\nb"}, {"a\\", "b"}, {"ab"}},
+      {"\"a b\\", {"a b\\"}, {"a b\\"}, {"a b\\"}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(SplitWords(row.text, Quoting::Gnu), row.gnu) << row.text;
+    EXPECT_EQ(SplitWords(row.text, Quoting::Windows), row.windows) << row.text;
+    EXPECT_EQ(SplitWords(row.text, Quoting::Shell), row.shell) << row.text;
+  }
+}
+
+}  // namespace snipwell
