@@ -1,0 +1,103 @@
+#include "judge/compiler_checks.h"
+
+#include <utility>
+
+#include "failure/failure_reader.h"
+
+namespace snipwell {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A child at its limit hangs; any other fails as its output tells.
+Failure Concluded(FailureReader& reader, const platform::Child& child) {
+  if (child.HasEnded() && child.End().timedOut) return {FailureKind::Hang, "not ended", false};
+  const bool ended = child.HasEnded();
+  const bool succeeded = ended && child.End().signal == 0 && child.End().status == 0;
+  return reader.Conclude(child.Output(), ended ? child.End().signal : 0, succeeded);
+}
+
+class FailsAlikeRun : public CheckRun {
+ public:
+  FailsAlikeRun(const Failure& wantedFailure, bool errorsAllowed, const Place& programPlace,
+                const FailsAlike::OtherCrash& onOtherCrash)
+      : wanted(wantedFailure),
+        allowErrors(errorsAllowed),
+        place(programPlace),
+        otherCrash(onOtherCrash),
+        reader(errorsAllowed && wanted.kind != FailureKind::Error) {}
+
+  std::optional<bool> Look(const platform::Child& child) override {
+    reader.Read(child.Output());
+    if (!reader.IsDecided() && !child.HasEnded()) return std::nullopt;
+    const Failure failure = Concluded(reader, child);
+    const bool valid = allowErrors || wanted.kind == FailureKind::Error || !failure.errorsBefore;
+    if (failure.IsSameAs(wanted)) return valid;
+    if (failure.kind == FailureKind::Crash && valid && otherCrash) otherCrash(failure, place);
+    return false;
+  }
+
+ private:
+  const Failure& wanted;
+  bool allowErrors;
+  const Place& place;
+  const FailsAlike::OtherCrash& otherCrash;
+  FailureReader reader;
+};
+
+class AcceptsRun : public CheckRun {
+ public:
+  std::optional<bool> Look(const platform::Child& child) override {
+    reader.Read(child.Output());
+    if (!reader.IsDecided() && !child.HasEnded()) return std::nullopt;
+    return child.HasEnded() && child.End().started && child.End().status == 0 &&
+           child.End().signal == 0 && !child.End().timedOut;
+  }
+
+ private:
+  FailureReader reader{false};
+};
+
+}  // namespace
+
+platform::ChildCommand CommandOf(const CompilerRun& run, const Place& place) {
+  platform::ChildCommand command;
+  command.arguments = run.words(place.program.string(), (place.temporary / "output").string());
+  command.folder = run.folder;
+  command.temporaryFolder = place.temporary.string();
+  command.environment = run.environment;
+  command.limitSeconds = run.limitSeconds;
+  command.memoryBytes = run.memoryBytes;
+  return command;
+}
+
+FailsAlike::FailsAlike(CompilerRun compilerRun, Failure wantedFailure, bool errorsAllowed,
+                       OtherCrash onOtherCrash)
+    : run(std::move(compilerRun)),
+      wanted(std::move(wantedFailure)),
+      allowErrors(errorsAllowed),
+      otherCrash(std::move(onOtherCrash)) {}
+
+platform::ChildCommand FailsAlike::Command(const Place& place) const {
+  return CommandOf(run, place);
+}
+
+std::unique_ptr<CheckRun> FailsAlike::Run(const Place& place) {
+  return std::make_unique<FailsAlikeRun>(wanted, allowErrors, place, otherCrash);
+}
+
+Accepts::Accepts(CompilerRun compilerRun) : run(std::move(compilerRun)) {}
+
+platform::ChildCommand Accepts::Command(const Place& place) const { return CommandOf(run, place); }
+
+std::unique_ptr<CheckRun> Accepts::Run(const Place& /*place*/) {
+  return std::make_unique<AcceptsRun>();
+}
+
+Failure FailureOf(const platform::Child& child) {
+  FailureReader reader(true);
+  return Concluded(reader, child);
+}
+
+}  // namespace snipwell

@@ -1,0 +1,36 @@
+#include "judge/test_check.h"
+
+#include <utility>
+
+namespace snipwell {
+
+namespace {
+
+class TestRun : public CheckRun {
+ public:
+  std::optional<bool> Look(const platform::Child& child) override {
+    if (!child.HasEnded()) return std::nullopt;
+    const platform::ChildEnd& end = child.End();
+    return end.started && !end.timedOut && end.signal == 0 && end.status == 0;
+  }
+};
+
+}  // namespace
+
+TestHolds::TestHolds(std::vector<std::string> testWords, double limit)
+    : words(std::move(testWords)), limitSeconds(limit) {}
+
+platform::ChildCommand TestHolds::Command(const Place& place) const {
+  platform::ChildCommand command;
+  command.arguments = words;
+  command.folder = place.folder.string();
+  command.temporaryFolder = place.temporary.string();
+  command.limitSeconds = limitSeconds;
+  return command;
+}
+
+std::unique_ptr<CheckRun> TestHolds::Run(const Place& /*place*/) {
+  return std::make_unique<TestRun>();
+}
+
+}  // namespace snipwell

@@ -1,0 +1,24 @@
+// snipwell: one word before the command that fails.
+//
+//   snipwell [OPTIONS] COMPILER [COMPILER OPTIONS] SOURCE
+
+#include <exception>
+#include <iostream>
+
+#include "snipwell/exit_status.h"
+#include "snipwell/reduction.h"
+#include "snipwell/settings.h"
+
+int main(int argc, char** argv) {
+  try {
+    snipwell::Settings settings;
+    if (const auto status = snipwell::ParseSettings(argc, argv, settings)) return *status;
+    return snipwell::Reduction(settings).Run();
+  } catch (const snipwell::RunEnd& end) {
+    std::cerr << "snipwell: " << end.what() << '\n';
+    return end.Status();
+  } catch (const std::exception& error) {
+    std::cerr << "snipwell: " << error.what() << '\n';
+    return snipwell::Surroundings;
+  }
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace snipwell {
+
+constexpr char kVersion[] = SNIPWELL_VERSION;
+
+}  // namespace snipwell
