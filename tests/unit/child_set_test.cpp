@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/signals.h"
 #include "temp_folder.h"
 
 namespace snipwell::platform {
@@ -180,6 +181,19 @@ TEST(ChildSet, HearsEverybodyWhileOneWritesWithoutEnd) {
   set.Stop(endless);
   Await(set, {&endless});
   EXPECT_EQ(Ended(endless.End()), "signal 9, stopped");
+}
+
+// Else a child that ends just then is waited for without end.
+TEST(SignalsHeldBack, KeepsTheEndOfAChildForTheNextWait) {
+  const SignalsHeldBack heldBack;
+  EXPECT_EQ(TakeSignal(), 0);
+  ::raise(SIGCHLD);
+  ::raise(SIGTERM);
+  EXPECT_EQ(TakeSignal(), SIGTERM);
+  EXPECT_EQ(TakeSignal(), 0);
+  sigset_t pending;
+  ::sigpending(&pending);
+  EXPECT_EQ(::sigismember(&pending, SIGCHLD), 1);
 }
 
 TEST(ChildSet, WaitsNoLongerThanItMay) {
