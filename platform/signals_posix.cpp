@@ -21,6 +21,15 @@ bool IsIgnored(int signal) {
   return ::sigaction(signal, nullptr, &handling) == 0 && handling.sa_handler == SIG_IGN;
 }
 
+sigset_t SignalsToTake() {
+  sigset_t signals;
+  ::sigemptyset(&signals);
+  for (const int signal : kHeldBack) {
+    if (!IsIgnored(signal)) ::sigaddset(&signals, signal);
+  }
+  return signals;
+}
+
 }  // namespace
 
 struct SignalsHeldBack::Before {
@@ -51,7 +60,8 @@ SignalsHeldBack::~SignalsHeldBack() {
 }
 
 int TakeSignal() {
-  const sigset_t signals = AwaitedSignals();
+  // Without that of a child's end, which would no longer end the wait that follows.
+  const sigset_t signals = SignalsToTake();
   sigset_t mask;
   ::sigprocmask(SIG_UNBLOCK, &signals, &mask);  // what has come is delivered now
   ::sigprocmask(SIG_SETMASK, &mask, nullptr);
@@ -61,12 +71,8 @@ int TakeSignal() {
 }
 
 sigset_t AwaitedSignals() {
-  sigset_t signals;
-  ::sigemptyset(&signals);
+  sigset_t signals = SignalsToTake();
   ::sigaddset(&signals, SIGCHLD);
-  for (const int signal : kHeldBack) {
-    if (!IsIgnored(signal)) ::sigaddset(&signals, signal);
-  }
   return signals;
 }
 

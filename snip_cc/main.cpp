@@ -1,14 +1,16 @@
 // snip-cc: stands between snip and a compiler, or a test, that does not speak as snip expects.
 //
 //   snip /COMPILER=snip-cc /LOGFILE=LOG [snip's options] [--cc=COMPILER] [--limit=SECONDS]
-//        [--test=COMMAND] [compiler options] SOURCE
+//        [--valid] [--first-line] [--plain-options] [--test=COMMAND] [compiler options] SOURCE
 //
 // It runs the compiler in a process group and with a temporary folder of its own, so that nothing
 // is left behind, and writes what the compiler wrote with everything in parentheses that differs
 // between two compilations that fail in the same way.
+//
+// --valid          a crash counts only when no error of the program came before it
+// --first-line     ends the compiler at the line that decides
+// --plain-options  answers "/Zs" and "/Od", which snip tries on its own, without the compiler
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -16,16 +18,16 @@
 #include <sstream>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "failure/crash_headline.h"
+#include "failure/deciding_line.h"
 #include "failure/line_rewriter.h"
-#include "platform/child_set.h"
 #include "platform/signals.h"
 #include "platform/temporary_folder.h"
 #include "snip_cc/invocation.h"
 #include "snip_cc/options.h"
+#include "snip_cc/run_command.h"
 
 namespace snipwell::snip_cc {
 namespace {
@@ -38,57 +40,12 @@ constexpr int kTimedOut = 124;
 constexpr int kNotStarted = 127;
 constexpr int kSignalBase = 128;
 
-// More than that of a compiler's messages is not looked at.
-constexpr std::size_t kMostMessages = platform::Child::kMostOutput;
-
-/// The lines, without colours, up to the bound.
-std::vector<std::string> Lines(const std::string& output) {
-  std::vector<std::string> lines;
-  std::size_t size = 0;  // in memory, since lines can be empty
-  for (std::size_t start = 0; start < output.size() && size < kMostMessages;) {
-    const std::size_t end = std::min(output.find('\n', start), output.size());
-    lines.push_back(WithoutColours(output.substr(start, end - start)));
-    size += sizeof(std::string) + end - start;
-    start = end + 1;
-  }
-  return lines;
-}
-
-/// What a command wrote, and how it ended.
-struct RunResult {
-  std::vector<std::string> lines;
-  platform::ChildEnd end;
-  int interruptedBy = 0;  // the signal that this process was sent meanwhile, or 0
-};
-
-RunResult Run(std::vector<std::string> arguments, const Options& options, const fs::path& folder,
-              const fs::path& currentFolder) {
-  platform::ChildCommand command;
-  command.arguments = std::move(arguments);
-  command.folder = currentFolder.string();
-  command.temporaryFolder = folder.string();
-  command.limitSeconds = options.limitSeconds;
-  platform::ChildSet children;
-  const platform::Child& child = children.Start(command);
-  RunResult result;
-  while (!child.HasEnded() && result.interruptedBy == 0) {
-    result.interruptedBy = children.Wait().signal;
-  }
-  result.end = child.End();
-  if (result.interruptedBy == 0) result.lines = Lines(child.Output());
-  return result;
-}
+const std::string kFailure = "snip-cc: internal error: ";
 
 std::string TimeoutLine(const Options& options) {
   std::ostringstream line;
-  line << "snip-cc: internal error: not ended after " << options.limitSeconds << " seconds\n";
+  line << kFailure << "not ended after " << options.limitSeconds << " seconds\n";
   return line.str();
-}
-
-int StatusOf(const platform::ChildEnd& end) {
-  if (end.timedOut) return kTimedOut;
-  if (!end.started) return kNotStarted;
-  return end.signal != 0 ? kSignalBase + end.signal : end.status;
 }
 
 /// What is left of a run when its folder is gone.
@@ -99,26 +56,48 @@ struct Answer {
   int interruptedBy = 0;
 };
 
-/// The compiler's messages, what tells the failure from others first.
-std::string Messages(const Options& options, const fs::path& folder, const RunResult& result) {
+bool IsInvalid(const Options& options, const RunResult& result) {
+  return options.mustBeValid && result.meaning == LineMeaning::Error;
+}
+
+int StatusOf(const Options& options, const RunResult& result) {
   const platform::ChildEnd& end = result.end;
-  const bool endedBySignal = end.signal != 0 && !end.timedOut;
+  if (!end.started) return kNotStarted;
+  const bool succeeded = end.signal == 0 && end.status == EXIT_SUCCESS;
+  if (end.stopped || (IsInvalid(options, result) && !succeeded)) return EXIT_FAILURE;
+  if (end.timedOut) return kTimedOut;
+  return end.signal != 0 ? kSignalBase + end.signal : end.status;
+}
+
+/// What tells the failure from others, on lines of its own.
+std::string Headline(const Options& options, const RunResult& result) {
+  const platform::ChildEnd& end = result.end;
+  const bool endedBySignal = end.signal != 0 && !end.timedOut && !end.stopped;
   std::string text = end.timedOut ? TimeoutLine(options) : "";
-  const std::string headline = CrashHeadline(result.lines, endedBySignal);
-  if (!headline.empty()) {
-    text += RewriteLine(headline, folder.string()) + '\n';
-  } else if (endedBySignal) {
-    text += "snip-cc: internal error: ended by signal " + std::to_string(end.signal) + '\n';
+  const std::string crash = CrashHeadline(result.lines, endedBySignal);
+  if (!crash.empty()) return text + kFailure + crash + '\n';
+  if (endedBySignal) text += kFailure + "ended by signal " + std::to_string(end.signal) + '\n';
+  return text;
+}
+
+/// The compiler's messages, what tells the failure from others first. Of an invalid program only
+/// what comes before the compiler's own failure.
+std::string Messages(const Options& options, const fs::path& folder, const RunResult& result) {
+  const bool isInvalid = IsInvalid(options, result);
+  std::string text = isInvalid ? "" : Headline(options, result);
+  for (const std::string& line : result.lines) {
+    const LineMeaning meaning = isInvalid ? MeaningOf(line) : LineMeaning::None;
+    if (meaning == LineMeaning::Failure || meaning == LineMeaning::Crash) break;
+    text += RewriteLine(line, folder.string()) + '\n';
   }
-  for (const std::string& line : result.lines) text += RewriteLine(line, folder.string()) + '\n';
   return text;
 }
 
 Answer Compile(const Options& options, const fs::path& folder) {
-  const RunResult result = Run(CompilerCommand(options, folder), options, folder, fs::path());
+  const RunResult result = RunCommand(CompilerCommand(options, folder), options, folder);
   Answer answer;
   answer.interruptedBy = result.interruptedBy;
-  answer.status = StatusOf(result.end);
+  answer.status = StatusOf(options, result);
   if (result.interruptedBy == 0) answer.text = Messages(options, folder, result);
   if (!result.end.started) {
     answer.complaint = "cannot start " + options.compiler + ": " +
@@ -135,7 +114,7 @@ Answer Test(const Options& options, const fs::path& folder) {
   const fs::path place = folder / "test";
   fs::create_directory(place);
   fs::copy_file(options.source, place / SourceName(options.source));
-  const RunResult result = Run(TestCommand(options), options, folder, place);
+  const RunResult result = RunCommand(TestCommand(options), options, folder, place);
   Answer answer;
   answer.interruptedBy = result.interruptedBy;
   if (result.end.timedOut) {
@@ -145,7 +124,7 @@ Answer Test(const Options& options, const fs::path& folder) {
   }
   const int status = result.end.status;
   const bool holds = result.end.signal == 0 && status == EXIT_SUCCESS;
-  if (holds) answer.text = "snip-cc: internal error: the test holds\n";
+  if (holds) answer.text = kFailure + "the test holds\n";
   answer.status = holds ? EXIT_FAILURE : EXIT_SUCCESS;
   if ((status == kCannotExecute || status == kNotStarted) && !result.lines.empty()) {
     answer.complaint = result.lines.back();
@@ -165,6 +144,11 @@ int Main(const std::vector<std::string>& arguments) {
   if (!options.complaint.empty()) {
     std::cerr << "snip-cc: " << options.complaint << '\n';
     return kBadUsage;
+  }
+  if (!options.refused.empty()) {
+    // In words that count as no error, so that they cannot be the error to isolate either.
+    std::cout << "snip-cc: " << options.refused << " is not tried\n";
+    return EXIT_FAILURE;
   }
   const Answer answer = RunInFolder(options);
   if (answer.interruptedBy != 0) platform::EndBySignal(answer.interruptedBy);

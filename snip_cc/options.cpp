@@ -1,5 +1,6 @@
 #include "snip_cc/options.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace snipwell::snip_cc {
@@ -37,26 +38,51 @@ bool ParseLimit(const std::string& value, double& seconds) {
   return end != value.c_str() && *end == '\0' && seconds > 0 && seconds <= kMost;
 }
 
+/// True when the argument is one of the adapter's own, whose value it has set.
+bool SetOption(const std::string& argument, Options& options) {
+  if (StartsWith(argument, kCompiler)) {
+    options.compiler = argument.substr(kCompiler.size());
+  } else if (StartsWith(argument, kTest)) {
+    options.testCommand = argument.substr(kTest.size());
+    if (options.testCommand.empty()) options.complaint = "--test= names no command";
+  } else if (StartsWith(argument, kLimit)) {
+    if (!ParseLimit(argument.substr(kLimit.size()), options.limitSeconds)) {
+      options.complaint = argument + " is no number of seconds";
+    }
+  } else if (argument == "--valid") {
+    options.mustBeValid = true;
+  } else if (argument == "--first-line") {
+    options.firstLine = true;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+/// The first of the options that the tool tries on its own.
+std::string TriedOption(const std::vector<std::string>& arguments) {
+  const auto isTried = [](const std::string& text) { return text == "/Zs" || text == "/Od"; };
+  const auto tried = std::find_if(arguments.begin(), arguments.end(), isTried);
+  return tried == arguments.end() ? std::string() : *tried;
+}
+
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
   bool clMode = false;
+  bool plainOptions = false;
   for (const std::string& argument : arguments) {
-    if (StartsWith(argument, kCompiler)) {
-      options.compiler = argument.substr(kCompiler.size());
-    } else if (StartsWith(argument, kTest)) {
-      options.testCommand = argument.substr(kTest.size());
-      if (options.testCommand.empty()) options.complaint = "--test= names no command";
-    } else if (StartsWith(argument, kLimit)) {
-      if (!ParseLimit(argument.substr(kLimit.size()), options.limitSeconds)) {
-        options.complaint = argument + " is no number of seconds";
-      }
-    } else {
-      clMode = clMode || argument == "--driver-mode=cl";
-      options.arguments.push_back(argument);
+    if (SetOption(argument, options)) continue;
+    if (argument == "--plain-options") {
+      plainOptions = true;
+      continue;
     }
+    clMode = clMode || argument == "--driver-mode=cl";
+    options.arguments.push_back(argument);
   }
+  if (!options.testCommand.empty()) options.mustBeValid = options.firstLine = false;
+  if (plainOptions) options.refused = TriedOption(options.arguments);
   if (!options.arguments.empty()) options.source = options.arguments.back();
   if (options.source.empty()) options.complaint = "no source file given";
   const std::string program = options.compiler.substr(options.compiler.rfind('/') + 1);

@@ -10,6 +10,11 @@ struct Options {
   std::string compiler;     ///< to run; empty with `testCommand`
   std::string testCommand;  ///< shell command to run instead of a compiler; empty means none
   double limitSeconds = 0;  ///< for one compilation; 0 means none
+  /// An error of the program counts before a crash of the compiler. This and the next are for
+  /// compilers only.
+  bool mustBeValid = false;
+  bool firstLine = false;  ///< the compiler is to be ended at the line that decides
+  std::string refused;     ///< the option that is to be refused unseen; empty when there is none
   std::vector<std::string> arguments;  ///< the compiler's, the source last
   std::string source;                  ///< file to compile; empty when there is none
   std::string complaint;               ///< why the options cannot be used; empty when they can

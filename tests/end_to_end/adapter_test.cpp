@@ -174,6 +174,60 @@ TEST_F(AdapterTest, PassesTheStatusOn) {
   EXPECT_EQ(work.Snip({"--limit=x", "x.c"}, adapter).status, 2);
 }
 
+// A compiler that is not ended at the line that decides runs into the limit.
+TEST_F(AdapterTest, DecidesAsTheOptionsAsk) {
+  const std::string error = "echo 'x.c:1:2: error: no'\n";
+  const std::string assertion = "echo \"cc: y.c:3: f: Assertion 'a' failed.\" | tr \\' '\\`'\n";
+  const std::string dump = "echo Stack dump:; echo '0x12ab56 fold(tree)'\n";
+  const std::string line = "snip-cc: internal error: ";
+  const struct {
+    std::string script;
+    const char* option;
+    std::string firstLine;
+    int status;
+  } rows[] = {
+      {error + dump + "exit 9", "--limit=60", line + "in fold", 9},
+      {error + dump + "exit 9", "--valid", "x.c(1,2): error: no", 1},
+      {error + dump + "kill -9 $$", "--valid", "x.c(1,2): error: no", 1},
+      {error + "sleep 60", "--valid", "x.c(1,2): error: no", 1},
+      {error + "exit 9", "--first-line", "x.c(1,2): error: no", 9},
+      {error + dump + "sleep 0.1; exit 9", "--first-line", line + "in fold", 9},
+      {error + "echo 'LLVM ERROR: out'; sleep 60", "--first-line", line + "out", 1},
+      {dump + error + "exit 9", "--valid", line + "in fold", 9},
+      {"printf 'LLVM ERROR: '; sleep 0.1; echo out; sleep 60", "--first-line", line + "out", 1},
+      {"echo 'LLVM ERROR: out'; kill -9 $$", "--first-line", line + "out", 1},
+      {"echo 'int a;' >&2; exit 3", "--first-line", "int a;", 3},
+      {error + "exit 9", "--plain-options", "x.c(1,2): error: no", 9},
+  };
+  work.Write("x.c", "a;");
+  const Start adapter = {"env TMPDIR=\"$PWD/tmp\" snip-cc", "", ""};
+  for (const auto& row : rows) {
+    WriteScript("cc", row.script + "\n");
+    const Outcome outcome = work.Snip({"--cc=./cc", "--limit=2", row.option, "x.c"}, adapter);
+    EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')), row.firstLine) << row.script;
+    EXPECT_EQ(outcome.status, row.status) << row.script;
+  }
+  for (const char* option : {"/Zs", "/Od"}) {
+    const Outcome outcome = work.Snip({"--cc=./none", "--plain-options", option, "x.c"}, adapter);
+    EXPECT_EQ(outcome.out, std::string("snip-cc: ") + option + " is not tried\n");
+    EXPECT_EQ(outcome.status, 1);
+  }
+}
+
+// Clang asks nobody for the names of a dump's functions, and the crash is told all the same.
+TEST_F(AdapterTest, StaysWithACrashOfClangThatIsValid) {
+  if (!HasProgram("clang++")) GTEST_SKIP() << "no clang++ here";
+  const std::string crash = "void f(U u) {\n int i;\n#pragma clang __debug crash\n int j;\n}\n";
+  work.Write("x.cpp", "int a;\ntypedef int U;\n" + crash + "int b;\n");
+  const Outcome outcome =
+      Isolate("x.cpp", {"--cc=clang++", "--valid", "--first-line", "--plain-options", "/VERBOSE"});
+  EXPECT_NE(outcome.err.find("Using full compiler\n"), std::string::npos);
+  EXPECT_NE(outcome.err.find("Using given optimizations\n"), std::string::npos);
+  EXPECT_EQ(work.Read("x.tsf.cpp"),
+            "\ntypedef int U;\nvoid f(U u) {\n\n#pragma clang __debug crash\n\n}");
+  EXPECT_NE(work.Read("x.cpp.ZEDRerrfile").find("called by clang::"), std::string::npos);
+}
+
 TEST_F(AdapterTest, EndsTheCompilerWhenInterrupted) {
   WriteScript("slow", "echo $$ >started\nsleep 60\n");
   work.Write("x.c", "a;");

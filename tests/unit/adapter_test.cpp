@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "failure/crash_headline.h"
+#include "failure/deciding_line.h"
 #include "failure/line_rewriter.h"
 #include "snip_cc/invocation.h"
 #include "snip_cc/options.h"
@@ -52,38 +57,69 @@ TEST(WithoutColours, LeavesTheWords) {
 }
 
 TEST(CrashHeadline, TellsOneCrashFromAnother) {
-  const std::string start = "snip-cc: internal error: ";
   EXPECT_EQ(CrashHeadline({"x.cpp:1:2: error: no"}), "");
   EXPECT_EQ(CrashHeadline({"cc1plus: x.cc:3: f: Assertion `a == b' failed.", "Stack dump:"}),
-            start + "f: Assertion `a == b' failed.");
+            "f: Assertion `a == b' failed.");
   EXPECT_EQ(CrashHeadline({"c: y.cc:3: T* f(U): Assertion `g(a) == b' failed."}, true),
-            start + "T* f[U]: Assertion `g[a] == b' failed.");
+            "T* f[U]: Assertion `g[a] == b' failed.");
   EXPECT_EQ(CrashHeadline({"x.cpp:1:2: error: static assertion failed: Assertion `x'"}), "");
   EXPECT_EQ(CrashHeadline({"LLVM ERROR: out of memory", "PLEASE submit a bug report"}),
-            start + "out of memory");
+            "out of memory");
   EXPECT_EQ(CrashHeadline({"fatal error: error in backend: Cannot select", "Stack dump:"}),
-            start + "Cannot select");
+            "Cannot select");
   EXPECT_EQ(CrashHeadline({"x.c:1:1: internal compiler error: in f, at g.cc:7"}),
-            start + "in f, at g.cc:7");
+            "in f, at g.cc:7");
   EXPECT_EQ(CrashHeadline({"internal compiler error: Segmentation fault", "0x12ab34 crash_signal",
                            "\t../toplev.cc:3", "0x12ab56 fold(tree_node*)", "\t../fold.cc:9"}),
-            start + "in fold");
+            "in fold");
   EXPECT_EQ(CrashHeadline(
                 {"PLEASE submit a bug report",
                  "Stack dump:", " #0 0x0001 llvm::sys::PrintStackTrace(int) (/lib/libLLVM.so+0x1)",
                  " #1 0x0002 (/lib/libLLVM-14.so.1+0x2)", " #2 0x0003 (/lib/libc.so.6+0x3)",
                  " #3 0x0004 (/lib/libclang.so+0x4)", "#10 0x0005 a::B(c) (/lib/x.so+0x5)",
                  "#11 0x0006 d (/bin/x+0x6)", "#12 0x0007 e (/bin/x+0x7)"}),
-            start + "in libclang.so+0x4, called by a::B, called by d");
+            "in libclang.so+0x4, called by a::B, called by d");
   EXPECT_EQ(CrashHeadline({"Stack dump:", "#0 0x0001 gsignal (/lib/libc.so.6+0x1)",
                            "#1 0x0002 (anonymous namespace)::D::v(int) (/lib/libLLVM.so+0x2)",
                            "#2 0x0003 X::operator()(int) const (/lib/x.so+0x3)",
                            "#3 0x0004 main (/bin/x+0x4)", "#4 0x0005 after (/bin/x+0x5)"}),
-            start + "in D::v, called by X::operator[]");
+            "in D::v, called by X::operator[]");
   EXPECT_EQ(CrashHeadline({"internal compiler error: Segmentation fault", "0x12ab34 ???",
                            "0x12ab56 __libc_start_main_impl"}),
-            start + "Segmentation fault");
-  EXPECT_EQ(CrashHeadline({"PLEASE submit a bug report"}), start + "a crash without a stack dump");
+            "Segmentation fault");
+  EXPECT_EQ(CrashHeadline({"PLEASE submit a bug report"}), "a crash without a stack dump");
+}
+
+// As clang writes them when it asks nobody for names.
+TEST(CrashHeadline, KnowsFramesWithoutNames) {
+  const std::string start = "Stack dump:";
+  EXPECT_EQ(
+      CrashHeadline({start, "/lib/libLLVM-14.so.1(_ZN4llvm3sys15PrintStackTraceEi+0x31)[0x71]",
+                     "/lib/libLLVM-14.so.1(+0xdcb83f)[0x72]", "/lib/libc.so.6(+0x3c05)[0x73]",
+                     "/lib/libclang-cpp.so.14(+0xa2)[0x74]", "clang-14[0x4142c2]",
+                     "/lib/libx.so(_ZN1a1B1cEi+0x5f)[0x75]", "clang-14(main+0x28)[0x411b36]",
+                     "/lib/libc.so.6(__libc_start_main+0x85)[0x76]"}),
+      "in libclang-cpp.so.14+0xa2, called by clang-14+0x4142c2, called by a::B::c");
+  EXPECT_EQ(CrashHeadline({start, "a.out(f+0x5f)[0x75]", "/a(+0x1)[0x76]"}),
+            "in f, called by a+0x1");
+  EXPECT_EQ(CrashHeadline({start, "0  libLLVM.so.19.1   0x00007fa6fa0b73c6 llvm::sys::P(int) + 54",
+                           "1  libLLVM.so.19.1   0x00007fa6f9ffd210",
+                           "2  libc.so.6         0x00007fa6f905a050",
+                           "10 libLLVM.so.19.1   0x00007fa701a20eb9",
+                           "11 libclang.so.19.1  0x00007fa701a1a3fc a::B(c) const + 4"}),
+            "in libLLVM.so.19.1+...eb9, called by a::B");
+  // Behind the system's frames those of the compiler begin, in whatever module.
+  EXPECT_EQ(
+      CrashHeadline({start, " #0 0x0001 (/bin/clang+0x1)", " #1 0x0002 (/lib/libLLVM.so+0x2)",
+                     " #2 0x0003 (/lib/libc.so.6+0x3)", " #3 0x0004 abort (/lib/libc.so.6+0x4)",
+                     " #4 0x0005 llvm::report_fatal_error(char) (/lib/libLLVM.so+0x5)",
+                     " #5 0x0006 (/lib/libLLVM.so+0x6)", " #6 0x0007 (/bin/clang+0x7)",
+                     " #7 0x0008 (/lib/libc.so.6+0x8)"}),
+      "in libLLVM.so+0x6, called by clang+0x7, called by libc.so.6+0x8");
+  EXPECT_EQ(
+      CrashHeadline({start, "#0 0x0001 raise ./nptl/raise.c:4:1", "#1 0x0002 f(int) /a/b.c:1:2",
+                     "#2 0x0003 __libc_start_call_main ./csu/x.h:74:3"}),
+      "in f");
 }
 
 // Where a stack overflows is chance.
@@ -94,9 +130,81 @@ TEST(CrashHeadline, TellsARecursionWhereverItsStackEnds) {
     dump.push_back("#2 0x0002 children(int) (/lib/x.so+0x2)");
   }
   const std::string headline = CrashHeadline(dump);
-  EXPECT_EQ(headline, "snip-cc: internal error: in a recursion through children");
+  EXPECT_EQ(headline, "in a recursion through children");
   dump.erase(dump.begin() + 1);
   EXPECT_EQ(CrashHeadline(dump), headline);
+}
+
+TEST(DecidingLine, KnowsWhoIsAtFault) {
+  const struct {
+    const char* line;
+    LineMeaning meaning;
+    const char* text;
+  } rows[] = {
+      {"x.c:1:2: error: no", LineMeaning::Error, ""},
+      {"x.c(1,2): fatal error: y.h: No such file", LineMeaning::Error, ""},
+      {"x.c:1:2: error: \"internal compiler error: LLVM ERROR: x\"", LineMeaning::Error, ""},
+      {"x.cpp:1:2: error: static assertion failed: Assertion `x'", LineMeaning::Error, ""},
+      {"clang: error: linker command failed with exit code 1", LineMeaning::Error, ""},
+      {"x.c:1:2: warning: LLVM ERROR: x", LineMeaning::None, ""},
+      {"x.c:1:2: note: in Assertion `x'", LineMeaning::None, ""},
+      {"x.c:1:2: error: no: note: x", LineMeaning::Error, ""},
+      {"  puts(\"x: error: no\");", LineMeaning::None, ""},
+      {"1 error generated.", LineMeaning::None, ""},
+      {"", LineMeaning::None, ""},
+      {"x.c:1:1: internal compiler error: in f, at g.cc:7", LineMeaning::Failure,
+       "in f, at g.cc:7"},
+      {"x.c:1:1: internal compiler error: Segmentation fault", LineMeaning::Crash, ""},
+      {"cc1: x.cc:3: T f(U): Assertion `a' failed.", LineMeaning::Failure,
+       "T f(U): Assertion `a' failed."},
+      {"fatal error: error in backend: Cannot select", LineMeaning::Failure, "Cannot select"},
+      {"x.c:1:1: fatal error: error in backend: no", LineMeaning::Failure, "no"},
+      {"LLVM ERROR: out of memory", LineMeaning::Failure, "out of memory"},
+      {"UNREACHABLE executed at x.cpp:1!", LineMeaning::Failure, "x.cpp:1!"},
+      {"g++: fatal error: Killed signal terminated program cc1plus", LineMeaning::Failure,
+       "Killed signal terminated program cc1plus"},
+      {"clang: error: unable to execute command: Killed", LineMeaning::Failure,
+       "unable to execute command: Killed"},
+      {"LLVM ERROR: ", LineMeaning::Crash, ""},
+      {"Stack dump:", LineMeaning::Crash, ""},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(MeaningOf(row.line), row.meaning) << row.line;
+    EXPECT_EQ(FailureText(row.line), row.text) << row.line;
+  }
+}
+
+// Whatever the compiler would have written behind the line that decides.
+TEST(DecidingLine, LeavesTheAnswerAsItWouldBe) {
+  const std::vector<std::string> pool = {"x.c:1:2: error: no",
+                                         "x.c:1:2: error: Assertion `x'",
+                                         "f: Assertion `a' failed.",
+                                         "LLVM ERROR: out",
+                                         "Stack dump:",
+                                         "0x12ab56 fold(tree)",
+                                         "internal compiler error: in f",
+                                         "internal compiler error: Aborted"};
+  const std::size_t size = pool.size();
+  int decided = 0;
+  for (std::size_t i = 0; i < size * size * size * size; ++i) {
+    std::vector<std::string> all;
+    for (std::size_t left = i, n = 0; n < 4; ++n, left /= size) all.push_back(pool[left % size]);
+    for (const bool mustBeValid : {false, true}) {
+      DecidingLine deciding(mustBeValid);
+      const auto last = std::find_if(all.begin(), all.end(),
+                                     [&](const std::string& line) { return deciding.Take(line); });
+      if (last == all.end()) continue;
+      ++decided;
+      const std::vector<std::string> read(all.begin(), last + 1);
+      if (deciding.Meaning() == LineMeaning::Failure) {
+        EXPECT_EQ(CrashHeadline(read), CrashHeadline(all, true));
+      } else {
+        EXPECT_TRUE(mustBeValid);
+        EXPECT_EQ(CrashHeadline(read), "") << "the first failure is an error";
+      }
+    }
+  }
+  EXPECT_GT(decided, 4000);
 }
 
 TEST(Options, AreTakenOutAndTheRestIsTranslated) {
@@ -108,6 +216,13 @@ TEST(Options, AreTakenOutAndTheRestIsTranslated) {
   EXPECT_EQ(options.compiler, "cc");
   EXPECT_EQ(options.arguments, (std::vector<std::string>{"--driver-mode=cl", "/Zs", "x.c"}));
   EXPECT_EQ(ParseOptions({"x.ii"}).compiler, "c++");
+  options = ParseOptions({"--valid", "--first-line", "/Od", "--plain-options", "x.c"});
+  EXPECT_TRUE(options.mustBeValid && options.firstLine);
+  EXPECT_EQ(options.refused, "/Od");
+  EXPECT_EQ(options.arguments, (std::vector<std::string>{"-O0", "x.c"}));
+  options = ParseOptions({"--valid", "--first-line", "--plain-options", "--test=t", "x.c"});
+  EXPECT_FALSE(options.mustBeValid || options.firstLine);
+  EXPECT_EQ(options.refused, "");
   EXPECT_EQ(ParseOptions({"--limit=soon", "x.c"}).complaint,
             "--limit=soon is no number of seconds");
   EXPECT_EQ(ParseOptions({"--limit=0", "x.c"}).complaint, "--limit=0 is no number of seconds");

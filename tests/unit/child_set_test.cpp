@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/signals.h"
 #include "temp_folder.h"
 
 namespace snipwell::platform {
@@ -71,8 +72,10 @@ TEST(ChildSet, BringsTheOutputOfManyBackWhole) {
   }
 }
 
-// In the group, in a session of its own, and in one where it was adopted while the child ran.
+// One that ends at once, one in the group, one in a session of its own, and two in one where they
+// are adopted while the child runs.
 constexpr char kLeaveBehind[] =
+    "(setsid true &)\n"
     "sleep 60 & echo $! >$TMPDIR/left\n"
     "setsid sleep 60 & echo $! >>$TMPDIR/left\n"
     "(setsid sh -c 'echo $$ >>$TMPDIR/left; sleep 60 & echo $! >>$TMPDIR/left; wait' &)\n"
@@ -127,6 +130,10 @@ TEST(ChildSet, TellsHowAChildEnded) {
   const std::string script = folder.Write("script", "echo $1; exit 4\n");
   ASSERT_EQ(::chmod(script.c_str(), 0700), 0);
   ::setenv("SNIPWELL_TEST", "old", 1);
+  struct rlimit core {};
+  ::getrlimit(RLIMIT_CORE, &core);
+  core.rlim_cur = core.rlim_max;
+  ::setrlimit(RLIMIT_CORE, &core);
   const struct {
     ChildCommand command;
     std::string output;
@@ -176,6 +183,19 @@ TEST(ChildSet, HearsEverybodyWhileOneWritesWithoutEnd) {
   EXPECT_EQ(Ended(endless.End()), "signal 9, stopped");
 }
 
+// Else a child that ends just then is waited for without end.
+TEST(SignalsHeldBack, KeepsTheEndOfAChildForTheNextWait) {
+  const SignalsHeldBack heldBack;
+  EXPECT_EQ(TakeSignal(), 0);
+  ::raise(SIGCHLD);
+  ::raise(SIGTERM);
+  EXPECT_EQ(TakeSignal(), SIGTERM);
+  EXPECT_EQ(TakeSignal(), 0);
+  sigset_t pending;
+  ::sigpending(&pending);
+  EXPECT_EQ(::sigismember(&pending, SIGCHLD), 1);
+}
+
 TEST(ChildSet, WaitsNoLongerThanItMay) {
   ChildSet set;
   EXPECT_TRUE(set.Wait().children.empty());
@@ -183,9 +203,9 @@ TEST(ChildSet, WaitsNoLongerThanItMay) {
   EXPECT_TRUE(set.Wait(0).children.empty());
   EXPECT_TRUE(set.Wait(0.05).children.empty());
   EXPECT_FALSE(child.HasEnded());
-  set.Release(child);
   Child& missing = set.Start(ChildCommand());
   EXPECT_EQ(set.Wait().children, std::vector<Child*>{&missing});
+  set.Release(child);
   EXPECT_TRUE(set.Wait(0).children.empty());
 }
 

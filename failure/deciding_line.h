@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+
+namespace snipwell {
+
+/// What a line of a compiler's output says about the compilation, all by itself.
+enum class LineMeaning {
+  None,   ///< nothing that decides
+  Error,  ///< an ordinary error: the program is wrong
+  /// The compiler itself failed, and the line tells this failure from others: a failed assertion, a
+  /// fatal error of the back end, an internal compiler error with a text of its own.
+  Failure,
+  /// The compiler itself failed, but only what follows can tell how, such as a stack dump.
+  Crash,
+};
+
+/// The meaning of a line without colours. One that begins with a blank shows the source or belongs
+/// to a dump, and means nothing.
+LineMeaning MeaningOf(const std::string& line);
+
+/// Of a line that means a failure, the text that tells it from others, without places in the
+/// program; of any other line, "".
+std::string FailureText(const std::string& line);
+
+/// Finds the line that decides what a compilation comes to, while the compiler still writes: the
+/// first one that means a failure, or, if the program has to be right, an error. After a crash
+/// whose kind only the rest of the output can tell, nothing decides any more.
+class DecidingLine {
+ public:
+  explicit DecidingLine(bool mustBeRight) : errorsDecide(mustBeRight) {}
+
+  /// Takes the next line, without colours. True when it, or one before it, has decided.
+  bool Take(const std::string& line);
+
+  /// What the line that decided means: None when there was none yet, else Error or Failure.
+  LineMeaning Meaning() const { return meaning; }
+
+ private:
+  bool errorsDecide;
+  bool crashed = false;
+  LineMeaning meaning = LineMeaning::None;
+};
+
+}  // namespace snipwell
