@@ -32,7 +32,7 @@ TEST(DeclarationScanner, KnowsScopesClassesAndStructs) {
       {{"class name", {"ClassDeclaration|class A;"}},
        {"class", {"Class{}|class A : public B { int x; } a;"}},
        {"template", {"Class{}|template <class T> void f(T t) { } x;"}},
-       {"struct", {"Struct{}|struct S { int x; };", "Struct| struct T;"}},
+       {"struct", {"Struct{}|struct S { int x; };", "Struct| struct T f();"}},
        {"initialised struct", {"Declaration|struct S s = { 1 };"}},
        {"namespace", {"Scope{}|namespace N { int x = 1; }", "Declaration| namespace A = B;"}},
        {"linkage", {"Scope{}|extern \"C\" { int x; }", "Scope| extern int f(void);"}},
