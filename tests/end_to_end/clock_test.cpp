@@ -87,7 +87,7 @@ TEST(Timeout, StopsTheSearchAndKeepsTheBestProgram) {
             "Timed out, Error isolation not complete\n");
   EXPECT_EQ(work.Read("x.tsf.c"), "a;c;b;d;");
   EXPECT_EQ(work.Read("x.fut.c"), "a;c;b;");
-  EXPECT_EQ(work.Read("log"), "File \"x.fut.c\" completed at 01:47:41 on Sun, 09/09/2001\n");
+  EXPECT_EQ(work.Read("log"), "File \"x.fut.c\" completed at 01:47:41 on Mon, 09/10/2001\n");
 }
 
 // Two bodies deep: what is kept of the levels outside has to be released on the way out.

@@ -147,7 +147,7 @@ TEST(Run, ReportsAnIsolation) {
   EXPECT_EQ(outcome.out, std::string(kBanner) + "1");
   EXPECT_EQ(outcome.err, Opening("snip_with_test_clock") + kCriteriaListing + kEnd);
   EXPECT_EQ(work.Read("log"),
-            "older line\nFile \"x.fut.c\" completed at 01:46:40 on Sun, 09/09/2001\n");
+            "older line\nFile \"x.fut.c\" completed at 01:46:40 on Mon, 09/10/2001\n");
   EXPECT_EQ(work.Read("x.c.ZEDRerrfile"), std::string("x.fut.c(1) : error 7: no\n") + kStatusLines);
   EXPECT_EQ(work.Files(), "log x.c x.c.ZEDRerrfile x.tsf.c");
 }

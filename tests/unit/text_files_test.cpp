@@ -63,6 +63,8 @@ TEST(CopyTextFile, LeavesTwoNamesOfOneFileAlone) {
   const std::string name = folder.Write("file", "text");
   EXPECT_TRUE(CopyTextFile(name, folder.NameOf("./file")));
   EXPECT_EQ(folder.Read("file"), "text");
+  const Capture error(std::cerr);
+  EXPECT_FALSE(CopyTextFile("missing", folder.NameOf("missing/file"))) << "no file is no such two";
 }
 
 TEST(TextReader, JoinsCarriageReturnAndLineFeedInForeignText) {
