@@ -7,9 +7,11 @@
 // is a part of it; with every object kept, the candidate would equal it byte for byte. At the end
 // the source is as before, the isolated file shows the error, and the search was no endless one.
 
+#include <algorithm>
 #include <ctime>
 #include <deque>
 #include <functional>
+#include <iostream>
 #include <optional>
 
 #include "compile/run_compiler.h"
@@ -18,6 +20,7 @@
 #include "reduce/file_org.h"
 #include "snip/preliminary_checks.h"
 #include "tests/unit/invariants.h"
+#include "tests/unit/printed.h"
 #include "tests/unit/temp_folder.h"
 
 namespace snipwell {
@@ -32,6 +35,13 @@ constexpr char kCandidate[] = "x.fut.cpp";
 constexpr char kOutput[] = "x.cpp.ZEDRerrfile";
 constexpr double kLimitMinutes = 1;
 constexpr int kSecondsPerLook = 2;  // at the clock
+
+/// With every blank a space, as the cleaner writes them.
+std::string WithSpaces(std::string text) {
+  const auto isBlank = [](char c) { return std::string("\t\v\f\r").find(c) != std::string::npos; };
+  std::replace_if(text.begin(), text.end(), isBlank, ' ');
+  return text;
+}
 
 class Reduction {
  public:
@@ -144,7 +154,8 @@ std::time_t platform::CurrentTime() { return fuzz::current->Now(); }
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace snipwell;
-  const fuzz::Silence silence;
+  const Capture output(std::cout);
+  const Capture error(std::cerr);
   static const TempFolder folder;
   static const CurrentFolder current(folder);
   std::string text = fuzz::TextOf(data, size);

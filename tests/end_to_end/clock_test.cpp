@@ -11,20 +11,12 @@ namespace {
 
 const Start kTestClock = {"snip_with_test_clock", "", ""};
 
-/// The lines of `text` that begin with one of these words.
+/// The lines that tell times and the end.
 std::string ClockLines(const std::string& text) {
   std::string lines;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = text.find('\n', start);
-    const std::string line = text.substr(start, end - start);
-    for (const char* word : {"Total time so far", "Timeout limit", "TOTAL TIME", "FileOrg", "Total",
-                             "Timed out", "Error found"}) {
-      if (line.rfind(word, 0) == 0) {
-        lines += line + '\n';
-        break;
-      }
-    }
-    start = end + 1;
+  for (const std::string& line :
+       Matches(text, "((Total |Timeout limit|TOTAL TIME|FileOrg|Timed out|Error found).*\n)")) {
+    lines += line;
   }
   return lines;
 }
@@ -80,13 +72,10 @@ TEST(Timeout, StopsTheSearchAndKeepsTheBestProgram) {
   work.Write("x.c", "a;c;b;d;e;");
   const Outcome outcome = work.Isolate("x.c", {"/TIMEOUT=1", "/VERBOSE"}, kTestClock);
   EXPECT_EQ(work.Runs().size(), 8U);
-  const std::string asterisks(84, '*');
   // Directly after the compilation, without a look at its output.
-  EXPECT_NE(outcome.err.find("Total compile time so far: 61 seconds\n" + asterisks +
-                             "\nTimeout limit of 1 minutes exceeded, exitting as quickly as "
-                             "possible\n" +
-                             asterisks + "\n"),
-            std::string::npos);
+  const std::string asterisks = '\n' + std::string(84, '*') + '\n';
+  EXPECT_NE(outcome.err.find("far: 61 seconds" + asterisks + "Timeout limit"), std::string::npos);
+  EXPECT_NE(outcome.err.find("as possible" + asterisks), std::string::npos);
   EXPECT_EQ(ClockLines(outcome.err),
             "Total pretime in seconds: 0\n"
             "Total compile time so far: 0 seconds\n"
@@ -98,7 +87,7 @@ TEST(Timeout, StopsTheSearchAndKeepsTheBestProgram) {
             "Timed out, Error isolation not complete\n");
   EXPECT_EQ(work.Read("x.tsf.c"), "a;c;b;d;");
   EXPECT_EQ(work.Read("x.fut.c"), "a;c;b;");
-  EXPECT_EQ(work.Read("log"), "File \"x.fut.c\" completed at 01:47:41 on Sun, 09/09/2001\n");
+  EXPECT_EQ(work.Read("log"), "File \"x.fut.c\" completed at 01:47:41 on Mon, 09/10/2001\n");
 }
 
 // Two bodies deep: what is kept of the levels outside has to be released on the way out.

@@ -5,7 +5,6 @@
 //   has int needed          the file to compile holds this text
 //   lacks ;;                ... does not hold this text
 //   arg /Zs                 this argument was given
-//   no-arg /Od              ... was not given
 //   run 3                   this is the third run
 //   out {file}(2) : error   write a line on standard output; {file} is the file to compile
 //   err warning             write a line on standard error
@@ -20,6 +19,7 @@
 // file to compile is the last argument. Each run leaves its arguments, one a line, in "runs/N.args"
 // and the text of that file in "runs/N.text".
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -96,16 +96,11 @@ Compilation Record(int argc, char** argv) {
 }
 
 bool Holds(const Line& line, const Compilation& made) {
-  const auto given = [&] {
-    for (const std::string& argument : made.arguments) {
-      if (argument == line.rest) return true;
-    }
-    return false;
-  };
   if (line.word == "has") return made.text.find(line.rest) != std::string::npos;
   if (line.word == "lacks") return made.text.find(line.rest) == std::string::npos;
-  if (line.word == "arg") return given();
-  if (line.word == "no-arg") return !given();
+  if (line.word == "arg") {
+    return std::count(made.arguments.begin(), made.arguments.end(), line.rest) != 0;
+  }
   if (line.word == "run") return made.run == std::stoi(line.rest);
   return true;  // an action
 }

@@ -8,7 +8,7 @@
 namespace snipwell::platform {
 
 std::time_t CurrentTime() {
-  constexpr std::time_t kStart = 1'000'000'000;
+  constexpr std::time_t kStart = 1'000'086'400;
   long seconds = 0;
   std::ifstream("test_clock") >> seconds;
   return kStart + seconds;

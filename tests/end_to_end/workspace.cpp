@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <random>
-#include <stdexcept>
+#include <regex>
 
 #include "tests/end_to_end/run_tool.h"
 
@@ -16,31 +13,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path FreshFolder() {
-  std::random_device random;
-  for (;;) {
-    const fs::path folder = fs::temp_directory_path() / ("snip_test_" + std::to_string(random()));
-    if (fs::create_directory(folder)) return fs::canonical(folder);
-  }
-}
-
 bool IsOfTheTest(const std::string& name) {
   return name == "runs" || name == "fake_compiler.rules" || name.rfind("test_", 0) == 0;
 }
 
 }  // namespace
 
-Workspace::Workspace() : folder(FreshFolder()) {}
-
-Workspace::~Workspace() {
-  std::error_code ignored;
-  fs::remove_all(folder, ignored);
-}
-
-void Workspace::Write(const std::string& name, const std::string& text) const {
-  std::ofstream out(folder / name, std::ios::binary);
-  out << text;
-  if (!out.flush()) throw std::runtime_error("cannot write " + name);
+std::vector<std::string> Matches(const std::string& text, const std::string& pattern) {
+  const std::regex regex(pattern);
+  std::vector<std::string> found;
+  for (std::sregex_iterator i(text.begin(), text.end(), regex), end; i != end; ++i) {
+    found.push_back(i->str(1));
+  }
+  return found;
 }
 
 std::string Workspace::Read(const std::string& name) const {
@@ -53,18 +38,16 @@ std::string Workspace::Read(const std::string& name) const {
 }
 
 std::string Workspace::ReadBytes(const std::string& name) const {
-  std::ifstream in(folder / name, std::ios::binary);
-  if (!in) return "(no file " + name + ")";
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  return Exists(name) ? folder.Read(name) : "(no file " + name + ")";
 }
 
 bool Workspace::Exists(const std::string& name) const {
-  return fs::exists(fs::symlink_status(folder / name));
+  return fs::exists(fs::symlink_status(Folder() / name));
 }
 
 std::string Workspace::Files() const {
   std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) {
+  for (const auto& entry : fs::directory_iterator(Folder())) {
     const std::string name = entry.path().filename().string();
     if (!IsOfTheTest(name)) names.push_back(name);
   }
@@ -82,7 +65,7 @@ void Workspace::FailWhileItHas(const std::vector<std::string>& needed) const {
 
 Outcome Workspace::Snip(const std::vector<std::string>& arguments, const Start& start) const {
   Outcome outcome;
-  outcome.status = RunTool(folder, arguments, start);
+  outcome.status = RunTool(Folder(), arguments, start);
   outcome.out = Read("test_out");
   outcome.err = Read("test_err");
   // A tool that was built with sanitizers reports there what they find.

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/unit/temp_folder.h"
+
 namespace snipwell::testing {
 
 /// What a run of the tool left on its streams.
@@ -28,17 +30,15 @@ struct Start {
   std::string prefix;
 };
 
+/// What the first group of `pattern` matches in `text`, again and again.
+std::vector<std::string> Matches(const std::string& text, const std::string& pattern);
+
 /// A fresh folder to run the tool in, removed at the end. The tool and the fake compiler are found
 /// in PATH, the environment holds nothing else but the time zone and the C locale.
 class Workspace {
  public:
-  Workspace();
-  ~Workspace();
-  Workspace(const Workspace&) = delete;
-  Workspace& operator=(const Workspace&) = delete;
-
-  const std::filesystem::path& Folder() const { return folder; }
-  void Write(const std::string& name, const std::string& text) const;
+  const std::filesystem::path& Folder() const { return folder.Path(); }
+  void Write(const std::string& name, const std::string& text) const { folder.Write(name, text); }
   /// The text of a file, with a line feed at the end of a line on every system; a text of its own
   /// when there is none, so that no expectation meets it.
   std::string Read(const std::string& name) const;
@@ -65,7 +65,7 @@ class Workspace {
   std::vector<std::string> Texts(std::size_t first = 1) const;
 
  private:
-  std::filesystem::path folder;
+  TempFolder folder;
 };
 
 }  // namespace snipwell::testing

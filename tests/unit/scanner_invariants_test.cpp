@@ -2,34 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "texts.h"
 
 namespace snipwell {
-
-namespace {
-
-using Strings = std::vector<std::string>;
-
-/// Tries `text` and every text that goes on from it by up to `more` pieces, until `complaint` has
-/// something to say.
-template <typename Complaint>
-bool TryEveryText(const Strings& pieces, int more, Complaint complaint, std::string text = "") {
-  const std::string found = complaint(text);
-  EXPECT_EQ(found, "") << testing::PrintToString(text);
-  return found.empty() && (more == 0 || std::all_of(pieces.begin(), pieces.end(), [&](auto& piece) {
-                             return TryEveryText(pieces, more - 1, complaint, text + piece);
-                           }));
-}
-
-Strings Characters(const std::string& characters) {
-  Strings pieces;
-  for (const char c : characters) pieces.emplace_back(1, c);
-  return pieces;
-}
-
-}  // namespace
 
 TEST(ScannerInvariants, ObjectsCoverEveryText) {
   const Strings words = {"class ", "extern ", "operator", "public", "do ", "__declspec", "f", "(",

@@ -24,6 +24,7 @@ class TempFolder {
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
 
+  const std::filesystem::path& Path() const { return path; }
   std::string NameOf(const std::string& file) const { return (path / file).string(); }
 
   /// Writes a file and returns its name.
