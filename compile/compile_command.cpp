@@ -32,7 +32,7 @@ std::string Listed(const std::vector<std::string>& names) {
 
 /// How an action is given to the compiler.
 std::string PlainAction(const std::string& word, bool clStyle) {
-  if (clStyle) return "/" + word.substr(1);
+  if (clStyle && word != "-fsyntax-only") return "/" + word.substr(1);
   if (word == "--compile") return "-c";
   return word == "--assemble" ? "-S" : word;
 }
@@ -191,6 +191,7 @@ class Taking {
   }
 
   SourceType TypeOf(const File& file) {
+    if (file.name.empty()) return SourceType();
     return file.language.empty() ? TypeBySuffix(file.name, IsClStyle())
                                  : TypeByLanguage(file.language);
   }
@@ -215,7 +216,8 @@ class Taking {
 
   void TakeOneSource(const File& file, bool isCpp) {
     sources.push_back(file.name);
-    Command().source = file.name;
+    // Behind "--" a name may look like an option.
+    Command().source = (file.name[0] == '-' ? "./" : "") + file.name;
     Command().language = file.language;
     Command().isCpp = isCpp;
   }

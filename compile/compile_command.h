@@ -53,7 +53,8 @@ std::vector<std::string> PreprocessWords(const CompileCommand& command, const st
 bool IsPreprocessed(const CompileCommand& command);
 
 /// The command for the command's source when that is preprocessed: without the options that only
-/// matter before, and with the language that says so.
+/// matter before, and with the language that says so. Without line markers compilers no longer know
+/// what is from system headers, so -Werror may refuse a source that it let through before.
 CompileCommand ForPreprocessed(const CompileCommand& command);
 
 /// An argument with the words of its value, such as {"-include", "x.h"}.

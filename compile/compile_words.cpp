@@ -32,17 +32,13 @@ Words Start(const CompileCommand& command) {
   return words;
 }
 
-void AppendSource(const CompileCommand& command, const std::string& source, Words& words) {
-  if (!command.language.empty()) {
-    if (IsClStyle(command)) {
-      words.emplace_back(command.language == "c" ? "/TC" : "/TP");
-    } else {
-      Append(words, {"-x", command.language});
-    }
+Words SourceWords(const CompileCommand& command, const std::string& source) {
+  if (!IsClStyle(command)) {
+    return command.language.empty() ? Words{source} : Words{"-x", command.language, source};
   }
+  if (!command.language.empty()) return {(command.language == "c" ? "/Tc" : "/Tp") + source};
   // A path could look like an option of clang-cl.
-  if (command.style == CompilerStyle::ClangCl) words.emplace_back("--");
-  words.push_back(source);
+  return command.style == CompilerStyle::ClangCl ? Words{"--", source} : Words{source};
 }
 
 /// cl writes the debug information of all outputs of a folder into one file unless told another.
@@ -69,7 +65,7 @@ Words CompileWords(const CompileCommand& command, const std::string& source,
   if (command.action != "-fsyntax-only" && command.action != "/Zs") {
     Append(words, IsClStyle(command) ? ClOutput(command, output) : Words{"-o", output});
   }
-  AppendSource(command, source, words);
+  Append(words, SourceWords(command, source));
   return words;
 }
 
@@ -83,7 +79,7 @@ Words PreprocessWords(const CompileCommand& command, const std::string& source,
     Append(words, {"-E", "-w", "-o", output});
     if (!lineMarkers) words.emplace_back("-P");
   }
-  AppendSource(command, source, words);
+  Append(words, SourceWords(command, source));
   return words;
 }
 

@@ -19,11 +19,12 @@ namespace fs = std::filesystem;
 constexpr int kMostFiles = 2000;
 
 void PutUtf8(std::uint32_t character, std::string& text) {
-  const auto put = [&](std::uint32_t byte) { text += static_cast<char>(byte); };
-  if (character < 0x80) return put(character);
-  const int more = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-  put((0xF00U >> more & 0xFFU) | character >> (6 * more));
-  for (int i = more - 1; i >= 0; --i) put(0x80 | (character >> (6 * i) & 0x3F));
+  const int more = character < 0x80 ? 0 : character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+  constexpr std::uint32_t kFirstByte[] = {0, 0xC0, 0xE0, 0xF0};
+  text += static_cast<char>(kFirstByte[more] | character >> (6 * more));
+  for (int i = more - 1; i >= 0; --i) {
+    text += static_cast<char>(0x80 | (character >> (6 * i) & 0x3F));
+  }
 }
 
 std::uint32_t Unit(std::string_view bytes, std::size_t at, bool bigEndian) {

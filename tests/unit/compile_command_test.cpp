@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
+#include "compile/bug_report.h"
+#include "compile/compilation_database.h"
+#include "compile/crash_script.h"
 #include "compile/response_files.h"
 #include "temp_folder.h"
 
@@ -219,11 +223,11 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
        "clang -cc1 -triple t -I i -emit-obj -o O -x c S",
        "clang -cc1 -triple t -I i -E -w -o O -x c S",
        "clang -cc1 -triple t -emit-obj -o O -x cpp-output S"},
-      {"cl /Zi /Ii /TP a.c", "cl /Zi /Ii /c /FoO /FdO.pdb /TP S", "cl /Zi /Ii /P /w /FiO /TP S",
-       "cl /Zi /c /FoO /FdO.pdb /TP S"},
+      {"cl /Zi /Ii /TP a.c", "cl /Zi /Ii /c /FoO /FdO.pdb /TpS", "cl /Zi /Ii /P /w /FiO /TpS",
+       "cl /Zi /c /FoO /FdO.pdb /TpS"},
       {"clang-cl /Zs /Zi -D A a.c", "clang-cl -fno-crash-diagnostics /Zi -D A /Zs -- S",
        "clang-cl -fno-crash-diagnostics /Zi -D A /P /w /FiO -- S",
-       "clang-cl -fno-crash-diagnostics /Zi /Zs /TC -- S"},
+       "clang-cl -fno-crash-diagnostics /Zi /Zs /TcS"},
   };
   for (const auto& row : rows) {
     const CompileCommand command = TakeCommandApart(AtBlanks(row.words), "").command;
@@ -232,6 +236,33 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
     EXPECT_EQ(PreprocessWords(command, "S", "O", false).size(),
               AtBlanks(row.preprocess).size() + 1);
     EXPECT_EQ(Joined(CompileWords(ForPreprocessed(command), "S", "O")), row.preprocessed);
+  }
+}
+
+// Every short command of these words: it is taken or refused for good, and what is put together
+// again is taken as the same.
+TEST(CompileWords, AreTakenApartAsTheCommandTheyWereMadeOf) {
+  const Words alphabet = {"-x",       "c++", "a.c", "-o",  "-S",  "-fsyntax-only", "-Xclang",
+                          "-include", "-D",  "--",  "/TP", "/Tc", "/clang:-MF",    "-"};
+  const std::size_t size = alphabet.size();
+  for (const char* compiler : {"gcc", "clang++", "clang -cc1", "cl", "clang-cl"}) {
+    for (std::size_t number = 0; number < size * size * size * size; ++number) {
+      Words words = AtBlanks(compiler);
+      for (std::size_t rest = number; rest != 0; rest /= size) {
+        words.push_back(alphabet[rest % size]);
+      }
+      const CommandOrComplaint taken = TakeCommandApart(words, "");
+      if (!taken.complaint.empty()) continue;
+      const CompileCommand& command = taken.command;
+      ASSERT_FALSE(command.source.empty()) << Joined(words);
+      const CompileCommand again =
+          TakeCommandApart(CompileWords(command, command.source, "out"), "").command;
+      ASSERT_EQ(again.arguments, command.arguments) << Joined(words);
+      ASSERT_EQ(again.source + again.language + again.action + (again.isCpp ? "+" : ""),
+                command.source + command.language + command.action + (command.isCpp ? "+" : ""))
+          << Joined(words);
+      ASSERT_EQ(WithOptions(command, Options(command)).arguments, command.arguments);
+    }
   }
 }
 
@@ -258,6 +289,116 @@ TEST(SplitWords, FollowsTheRulesOfWhoeverWroteTheText) {
     EXPECT_EQ(SplitWords(row.text, Quoting::Windows), row.windows) << row.text;
     EXPECT_EQ(SplitWords(row.text, Quoting::Shell), row.shell) << row.text;
   }
+}
+
+TEST(ResponseFiles, AreReadInAnyEncodingOfUnicode) {
+  const TempFolder folder;
+  const auto read = [&](const std::string& bytes) {
+    folder.Write("r", bytes);
+    return Joined(ReadResponseFiles({"@r"}, folder.NameOf(""), Quoting::Windows).words);
+  };
+  EXPECT_EQ(read("\xEF\xBB\xBFx \xC3\xA4"), "x \xC3\xA4");
+  EXPECT_EQ(read("\xFF\xFEx\0 \0\xE4\0\xAC\x20\x3D\xD8\x00\xDE"s),
+            "x \xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80");
+  EXPECT_EQ(read("\xFE\xFF\0x\0 \0\xE4\x20\xAC\xD8\x3D\xDE\x00"s),
+            "x \xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80");
+  EXPECT_EQ(read("\xFF\xFE\x3D\xD8x\0y"s), "x");
+  folder.Write("s", "@s2 @s2");
+  folder.Write("s2", "@s3 @s3 @s3 @s3 @s3 @s3 @s3 @s3 @s3 @s3");
+  folder.Write("s3", "@s4 @s4 @s4 @s4 @s4 @s4 @s4 @s4 @s4 @s4");
+  folder.Write("s4", "@s5 @s5 @s5 @s5 @s5 @s5 @s5 @s5 @s5 @s5");
+  folder.Write("s5", "-O2");
+  EXPECT_EQ(ReadResponseFiles({"@s"}, folder.NameOf(""), Quoting::Gnu).complaint.substr(0, 14),
+            "Too many respo");
+}
+
+TEST(CompilationDatabase, FindsTheCommandOfASource) {
+  const TempFolder folder;
+  const CurrentFolder current(folder);
+  const std::string here = std::filesystem::current_path().generic_string();
+  folder.Write("compile_commands.json", R"([{"directory": ")" + here + R"(/b",
+    "command": "g++ '-DA=\"x y\"' -c ../src/pool.cpp", "file": "../src/pool.cpp"},
+    {"directory": "b", "arguments": ["g++", "-DB=x y", "src/main.cpp", 7], "file": "src/main.cpp"},
+    {"directory": "/c", "command": "gcc -c main.cpp", "file": "main.cpp"},
+    {"directory": "C:/d", "command": "cl /c C:\\d\\w.c", "file": "w.c"},
+    {"directory": "/c", "command": "gcc -O2", "file": "pool.cc"}, {"file": 3}, 5])");
+  const struct {
+    const char* source;
+    std::string found;  // "folder: word|word", or the complaint's start
+  } rows[] = {
+      {"src/pool.cpp", here + "/b: g++|-DA=\"x y\"|-c|../src/pool.cpp"},
+      {"b/../src/./pool.cpp", here + "/b: g++|-DA=\"x y\"|-c|../src/pool.cpp"},
+      {"src/main.cpp", here + "/b: g++|-DB=x y|src/main.cpp"},
+      {"b/src/main.cpp", here + "/b: g++|-DB=x y|src/main.cpp"},
+      {"/c/main.cpp", "/c: gcc|-c|main.cpp"},
+      {"pool.cc", "/c: gcc|-O2"},
+      {"main.cpp", "Several sources end in main.cpp (" + here + "/b/src/main.cpp, /c/main.cpp)"},
+      {"pol.cpp", "pol.cpp is not among the 5 sources of " + here +
+                      "/compile_commands.json: name one that is, such as " + here +
+                      "/src/pool.cpp, /c/pool.cc"},
+      {"ool.cpp", "ool.cpp is not among the 5 sources"},
+  };
+  for (const auto& row : rows) {
+    for (const char* database : {".", "compile_commands.json"}) {
+      const CommandWords command = FindInDatabase(database, row.source);
+      std::string found = command.folder + ":";
+      for (const std::string& word : command.words)
+        found += (found.back() == ':' ? " " : "|") + word;
+      if (!command.complaint.empty()) found = command.complaint;
+      EXPECT_EQ(command.complaint.empty() ? found : found.substr(0, row.found.size()), row.found);
+    }
+  }
+  EXPECT_EQ(FindInDatabase(".", "w.c").words[2], "C:\\d\\w.c");
+  EXPECT_NE(FindInDatabase("gone", "w.c").complaint.find("cannot be read"), std::string::npos);
+  folder.Write("bad.json", "[{\"file\": ");
+  EXPECT_NE(FindInDatabase("bad.json", "w.c").complaint.find("no compilation database"),
+            std::string::npos);
+}
+
+TEST(CrashScript, HoldsTheCommandOfTheFrontEnd) {
+  const TempFolder folder;
+  const std::string script =
+      folder.Write("pool-3f21aa.sh", R"(# Crash reproducer for clang version 14.0.6
+# Driver args: "-c" "pool.cpp"
+# Original command:  "/l/clang" "-cc1" "-o" "pool.o" "pool.cpp"
+ "/l/clang" "-cc1" "-triple" "x86_64-pc-linux-gnu" "-emit-obj" "-D" "A=\"x y\"" "-x" "c++" "pool-3f21aa.cpp"
+
+)");
+  const CommandWords found = ReadCrashScript(script);
+  EXPECT_EQ(
+      TakenApart(found.words, found.folder),
+      "/l/clang -cc1 | -triple x86_64-pc-linux-gnu -D A=\"x y\" | -emit-obj c++ pool-3f21aa.cpp");
+  EXPECT_EQ(found.folder + "/", folder.NameOf(""));
+  EXPECT_FALSE(ReadCrashScript(folder.Write("empty.sh", "# nothing\n")).complaint.empty());
+  EXPECT_FALSE(ReadCrashScript(folder.NameOf("gone")).complaint.empty());
+}
+
+TEST(BugReport, GivesTheCommandOfTheDriverAndTheSource) {
+  const TempFolder folder;
+  const std::string start =
+      "// Target: x86_64-linux-gnu\n// Configured with: ../src/configure -v\n"
+      "// gcc version 12.2.0 (Debian 12.2.0-14) \n// \n// b b.c: In function 'f':\n"
+      "//     1 | int f() { return g(); }\n\n";
+  const std::string source = "# 0 \"b b.c\"\nint f() { return g(); }\n// not taken away\n";
+  const BugReport report = ReadBugReport(folder.Write(
+      "ccX1.out",
+      start +
+          "// /usr/lib/gcc/x86_64-linux-gnu/12/cc1 -quiet -I /tmp/w b -imultiarch x86_64-linux-gnu "
+          "-MD q.d "
+          "-MF x.d -D_REENTRANT -D B=a  \"q\" \\x b b.c -quiet -dumpbase q.c -dumpbase-ext .c "
+          "-march=x86-64 --param l1-cache-size=32 -g -O2 -std=gnu11 -fopenmp -freport-bug -o - "
+          "-frandom-seed=0 -fdump-noaddr\n\n" +
+          source));
+  EXPECT_EQ(Joined(report.command.words),
+            "gcc -march=x86-64 --param l1-cache-size=32 -g -O2 -std=gnu11 -fopenmp -c ccX1.i");
+  EXPECT_EQ(Joined(report.compilers), "x86_64-linux-gnu-gcc-12 gcc-12 x86_64-linux-gnu-gcc gcc");
+  EXPECT_EQ(report.text, source);
+  const std::string cpp =
+      folder.Write("cc2.out", start + "// /l/cc1plus -fpreprocessed a.ii -O1\n\n" + source);
+  EXPECT_EQ(Joined(ReadBugReport(cpp).command.words), "g++ -O1 -c cc2.ii");
+  EXPECT_FALSE(ReadBugReport(folder.Write("cc3.out", start + source)).command.complaint.empty());
+  EXPECT_FALSE(ReadBugReport(folder.Write("cc4.out", start + "// /l/f951 a.f\n\n"))
+                   .command.complaint.empty());
 }
 
 }  // namespace snipwell
