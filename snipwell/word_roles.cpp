@@ -1,19 +1,15 @@
-// Two walks over the words, each with a stack of the brackets that are open. The first one finds
-// what has to be known before a word is reached: brackets that hold a ";", angles that only
-// compare, names of types. The second gives each word its role by the role of the word before.
+// One walk over the words, with a stack of the brackets that are open. A word gets its role by the
+// role of the word before, by the item that it is in, and by what a survey has found.
 
 #include "snipwell/word_roles.h"
 
 #include <string_view>
-#include <unordered_set>
 
-#include "refine/names.h"
+#include "snipwell/word_survey.h"
 
 namespace snipwell {
 
 namespace {
-
-using Texts = std::unordered_set<std::string_view>;
 
 const Texts kControl = {"if",       "for",       "while",    "switch",   "catch",    "return",
                         "throw",    "case",      "else",     "do",       "new",      "delete",
@@ -24,70 +20,12 @@ const Texts kTypes = {"void",     "bool",     "char",     "short",    "int",
                       "long",     "float",    "double",   "signed",   "unsigned",
                       "auto",     "const",    "volatile", "wchar_t",  "char8_t",
                       "char16_t", "char32_t", "static",   "constinit"};
-const Texts kClassKeys = {"struct", "class", "union", "enum", "namespace"};
 const Texts kBeforeBlock = {"else",     "do",    "try",     "const",   "noexcept",
                             "override", "final", "mutable", "volatile"};
-const Texts kAfterAbstract = {")", ",", ">", "...", "]", "operator"};
 const Texts kAfterQualifier = {";", "{", "="};
 const Texts kAfterName = {";", "=", ",", "[", "(", "{", ")", ":"};
 
-bool IsIn(std::string_view text, const Texts& texts) { return texts.count(text) != 0; }
-
-/// What the first walk finds.
-class Survey {
- public:
-  Survey(const Program& wholeProgram, const Tree& wholeTree)
-      : holdsSemicolon(wholeProgram.Size()),
-        compares(wholeProgram.Size()),
-        program(wholeProgram),
-        tree(wholeTree) {
-    for (std::uint32_t i = 0; i < program.Size(); ++i) Take(i);
-  }
-
-  std::vector<bool> holdsSemicolon;  // by the opening bracket
-  std::vector<bool> compares;        // by the angles that are none
-  Texts types;
-
- private:
-  std::string_view Text(std::uint32_t index) const {
-    return index < program.Size() ? program.Text(index) : std::string_view();
-  }
-
-  bool IsFreeName(std::uint32_t index) const {
-    return index < program.Size() && program.Words()[index].kind == TokenKind::Name &&
-           !IsKeyword(Text(index));
-  }
-
-  void Take(std::uint32_t index) {
-    const std::string_view text = Text(index);
-    if (tree.Opens(index)) open.push_back(index);
-    if (tree.Closes(index) && !open.empty()) open.pop_back();
-    if (text == ";" && !open.empty()) holdsSemicolon[open.back()] = true;
-    if (OnlyCompares(text, index) && !open.empty() && Text(open.back()) == "<") Unpair();
-    if (IsIn(text, kClassKeys) || text == "typename") NoteType(index + 1);
-    if (IsFreeName(index) && IsFreeName(index + 1)) NoteType(index);
-  }
-
-  void NoteType(std::uint32_t index) {
-    if (IsFreeName(index)) types.insert(Text(index));
-  }
-
-  bool OnlyCompares(std::string_view text, std::uint32_t index) const {
-    if (text == "&&") return !IsIn(Text(index + 1), kAfterAbstract);
-    return text == "||" || text == "?" || text == "==" || text == "!=";
-  }
-
-  void Unpair() {
-    compares[open.back()] = true;
-    compares[tree.Partner(open.back())] = true;
-  }
-
-  const Program& program;
-  const Tree& tree;
-  std::vector<std::uint32_t> open;
-};
-
-/// The second walk.
+/// The walk.
 class Roles {
  public:
   Roles(const Program& wholeProgram, const Tree& wholeTree)
@@ -164,7 +102,7 @@ class Roles {
   }
 
   Role RoleOfAngle(std::uint32_t index, std::string_view text) const {
-    const bool pair = tree.Partner(index) != Tree::kNone && !survey.compares[index];
+    const bool pair = tree.Partner(index) != Tree::kNone && !survey.Compares(index);
     if (!pair) return Role::Binary;
     return text == "<" ? Role::OpenAngle : Role::CloseAngle;
   }
@@ -211,8 +149,8 @@ class Roles {
   bool IsDeclarator(std::uint32_t index) const {
     const Role before = Before(index);
     if (!EndsOperand(before) || before == Role::Type || before == Role::CloseAngle) return true;
-    if (before == Role::Word && IsIn(TextBefore(index), survey.types)) return true;
-    if (IsIn(Text(index + 1), kAfterAbstract)) return true;
+    if (before == Role::Word && survey.IsType(TextBefore(index))) return true;
+    if (EndsAbstractType(Text(index + 1))) return true;
     if (before == Role::CloseCast) return EndsWithType(tree.Partner(index - 1) + 1, index - 1);
     if (before == Role::Close) return IsIn(Text(index + 1), kAfterQualifier);
     return before == Role::Word && MayDeclare(index);
@@ -222,12 +160,13 @@ class Roles {
     if (begin == end) return false;
     const Role last = roles[end - 1];
     return last == Role::Type || last == Role::CloseAngle || last == Role::Prefix ||
-           IsIn(Text(end - 1), survey.types);
+           survey.IsType(Text(end - 1));
   }
 
   /// True where the names before and behind can be a type and what is declared.
   bool MayDeclare(std::uint32_t index) const {
-    const bool named = program.Words()[index + 1].kind == TokenKind::Name;
+    const bool named =
+        index + 1 < program.Size() && program.Words()[index + 1].kind == TokenKind::Name;
     const bool statement = frames.size() == 1 || inBlock.back();
     const bool typed = roles[Current().itemBegin] == Role::Type;
     return Current().plain && named && IsIn(Text(index + 2), kAfterName) &&
@@ -236,7 +175,7 @@ class Roles {
 
   /// True for braces that hold statements, members or enumerators.
   bool IsBlock(std::uint32_t index) const {
-    if (tree.Opens(index) && survey.holdsSemicolon[index]) return true;
+    if (tree.Opens(index) && survey.HoldsSemicolon(index)) return true;
     const Role before = Before(index);
     if (before == Role::Word || before == Role::CloseAngle || before == Role::Type) {
       const bool string = index > 0 && program.Words()[index - 1].kind == TokenKind::String;
@@ -261,7 +200,7 @@ class Roles {
     if (tree.Closes(index) && frames.size() > 1) Leave();
     Frame& frame = frames.back();
     const std::string_view text = Text(index);
-    if (IsIn(text, kClassKeys)) frame.classKey = true;
+    if (IsClassKey(text)) frame.classKey = true;
     if (text == "=" || (text == "(" && !IsAttribute(index))) frame.classKey = false;
     if (text == "auto") frame.isAuto = true;
     if (text == "->" && role == Role::Binary) frame.arrow = true;
@@ -271,9 +210,7 @@ class Roles {
   }
 
   /// True for the "(" of "struct alignas(8) A".
-  bool IsAttribute(std::uint32_t open) const {
-    return open > 1 && IsIn(Text(open - 2), kClassKeys);
-  }
+  bool IsAttribute(std::uint32_t open) const { return open > 1 && IsClassKey(Text(open - 2)); }
 
   bool EndsItem(std::uint32_t index, Role role) const {
     const bool directive = program.Words()[index].kind == TokenKind::DirectiveEnd;
@@ -297,7 +234,7 @@ class Roles {
 
   const Program& program;
   const Tree& tree;
-  const Survey survey;
+  const WordSurvey survey;
   std::vector<Role> roles;
   std::vector<Frame> frames = {{0, false}};
   std::vector<bool> inBlock = {true};

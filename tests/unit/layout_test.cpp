@@ -224,7 +224,7 @@ TEST(Layout, LooksAsPeopleWriteIt) {
   std::string source;
   std::istringstream lines(kLaidOut);
   for (std::string line; std::getline(lines, line);) {
-    const bool directive = line[0] == '#' || line.back() == '\\';
+    const bool directive = line[0] == '#' || (!line.empty() && line.back() == '\\');
     source += (line[0] == '#' ? "\n" : "") + line + (directive || line == "    x" ? "\n" : " ");
   }
   EXPECT_EQ(LaidOut(source), kLaidOut);
