@@ -3,14 +3,23 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <random>
+#include <regex>
 #include <sstream>
 
+#include "snipwell/json_report.h"
 #include "snipwell/line_map.h"
+#include "snipwell/markdown_report.h"
+#include "snipwell/report_text.h"
 
 namespace snipwell {
 
 namespace {
+
+constexpr std::size_t npos = std::string::npos;
 
 /// A preprocessed text of random lines, and what is to come of each, noted while it is written.
 class RandomText {
@@ -139,6 +148,207 @@ TEST(LineMap, CountsTheLinesOfAPlainFile) {
   }
   EXPECT_EQ(map.At(text.size() + 5).line, 4U);
   EXPECT_EQ(LineMap("a.cpp", "").At(0).line, 1U);
+}
+
+namespace {
+
+/// Findings with this text wherever there can be one.
+Findings FindingsOf(const std::string& text) {
+  Findings findings;
+  findings.headline = findings.kind = findings.sourceName = findings.source = text;
+  findings.acceptedBy = findings.output = findings.version = text;
+  findings.compilerVersion = findings.command = findings.reducedCommand = findings.notes = {text};
+  findings.stages = {{text, 1234567, 89}, {text, 12, 3}};
+  findings.compilations = 5;
+  findings.seconds = 61.5;
+  findings.origin = {{text, 3, 4, false}, {text, 7, 7, true}};
+  findings.otherCrashes = {{text, text}};
+  findings.history = {{0.5, 1234567}, {1, 800}, {61, 12}};
+  return findings;
+}
+
+/// Calls `check` with every text of up to `more` pieces that goes on from `text`.
+template <typename Check>
+void WithEveryText(const std::vector<std::string>& pieces, int more, const Check& check,
+                   const std::string& text = "") {
+  if (!text.empty()) check(text);
+  for (const std::string& piece : pieces) {
+    if (more > 0 && !testing::Test::HasFailure()) {
+      WithEveryText(pieces, more - 1, check, text + piece);
+    }
+  }
+}
+
+std::vector<std::string> Split(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+std::string Ended(const std::string& text) { return text.back() == '\n' ? text : text + '\n'; }
+
+/// A report as a reader of Markdown takes it apart.
+struct Outline {
+  std::vector<std::string> marks;  // what each line outside the fences begins with
+  std::vector<std::string> fenced;
+  std::string complaint;  // markup within a line
+};
+
+std::size_t Backticks(const std::string& line, std::size_t at) {
+  return std::min(line.find_first_not_of('`', at), line.size()) - at;
+}
+
+/// The line with a "c" for each code span.
+std::string WithoutCode(const std::string& line) {
+  std::string plain;
+  for (std::size_t at = 0; at < line.size();) {
+    const std::size_t count = Backticks(line, at);
+    std::size_t close = at + count;
+    while (count > 0 && close < line.size() && Backticks(line, close) != count) {
+      close += std::max<std::size_t>(1, Backticks(line, close));
+    }
+    const bool isCode = count > 0 && close < line.size();
+    plain += isCode ? 'c' : line[at];
+    at = isCode ? close + count : at + 1;
+  }
+  return plain;
+}
+
+std::string ComplaintAbout(const std::string& plain) {
+  if (plain.find_first_of("`<>[]*\\~&#|") != std::string::npos) return "markup: " + plain;
+  static const std::regex block("^(\\s|[=+]|-([ -]|$)|[0-9]+[.)]( |$)).*");
+  if (std::regex_match(plain, block)) return "starts a block: " + plain;
+  for (std::size_t at = plain.find('_'); at != std::string::npos; at = plain.find('_', at + 1)) {
+    const bool isInner =
+        at > 0 && at + 1 < plain.size() && plain[at - 1] != ' ' && plain[at + 1] != ' ';
+    if (!isInner) return "emphasis: " + plain;
+  }
+  return "";
+}
+
+Outline OutlineOf(const std::string& report) {
+  Outline outline;
+  std::size_t fence = 0;  // its backticks, while it is open
+  for (const std::string& line : Split(report.substr(kReportMarker.size()))) {
+    const std::size_t count = Backticks(line, 0);
+    const bool closes = fence > 0 && count >= fence && count == line.size();
+    if (fence > 0 && !closes) {
+      outline.fenced.back() += line + '\n';
+    } else if (closes || (count >= 3 && line.find('`', count) == std::string::npos)) {
+      fence = closes ? 0 : count;
+      outline.marks.push_back(line.substr(count));
+      if (!closes) outline.fenced.emplace_back();
+    } else {
+      const std::string plain = WithoutCode(line);
+      const std::size_t text = plain[0] == '|' ? plain.size() : plain.find_first_not_of("#- ");
+      const std::size_t mark = plain.find(' ') < text ? plain.find(' ') + 1 : 0;
+      outline.marks.push_back(plain.substr(0, plain[0] == '|' ? std::string::npos : mark));
+      if (plain[0] != '|') outline.complaint += ComplaintAbout(plain.substr(mark));
+    }
+  }
+  return outline;
+}
+
+}  // namespace
+
+TEST(MarkdownReport, KeepsEveryTextInItsPlace) {
+  const Outline expected = OutlineOf(MarkdownReport(FindingsOf("<")));
+  ASSERT_EQ(expected.fenced.size(), 5U);
+  const auto check = [&](const std::string& text) {
+    const std::string report = MarkdownReport(FindingsOf(text));
+    const Outline outline = OutlineOf(report);
+    ASSERT_EQ(outline.complaint, "") << report;
+    ASSERT_EQ(report.substr(0, kReportMarker.size() + 1), std::string(kReportMarker) + "\n");
+    ASSERT_EQ(outline.fenced.size(), expected.fenced.size()) << report;
+    ASSERT_EQ(outline.fenced[2], Ended(text)) << report;
+    ASSERT_EQ(outline.fenced[3], Ended(text)) << report;
+    std::vector<std::string> marks = outline.marks;
+    for (std::string& mark : marks) {
+      if (mark[0] == '|' && mark.find("1,234,567") != std::string::npos)
+        mark = "| c | 1,234,567 | 89 |";
+      if (mark[0] == '|' && mark.find("| 12 | 3 |") != std::string::npos) mark = "| c | 12 | 3 |";
+    }
+    ASSERT_EQ(marks, expected.marks) << report;
+  };
+  WithEveryText({"`", "\n", "#", " ", "-", "|", "<!--", "a", "\\", "_", "*", "~~~", "1.", "```"}, 3,
+                check);
+}
+
+TEST(MarkdownReport, LeavesOutTheMiddleOfALongOutput) {
+  Findings findings;
+  for (int line = 1; line <= 250; ++line) findings.output += "line " + std::to_string(line) + '\n';
+  const Outline outline = OutlineOf(MarkdownReport(findings));
+  const std::vector<std::string> lines = Split(outline.fenced[2]);
+  ASSERT_EQ(lines.size(), 100U);
+  EXPECT_EQ(lines[49], "line 50");
+  EXPECT_EQ(lines[50], "[... 151 lines left out ...]");
+  EXPECT_EQ(lines[51], "line 202");
+  findings.output = std::string(999, 'x') + "\xc3\xbc\n";
+  EXPECT_EQ(OutlineOf(MarkdownReport(findings)).fenced[2], std::string(999, 'x') + " [...]\n");
+}
+
+TEST(ReportText, IsAlwaysReadable) {
+  struct {
+    std::string text;
+    std::string readable;  // with "?" for U+FFFD
+  } const rows[] = {
+      {"a\tb\r\nc\n", "a\tb\nc\n"},
+      {"a\rb", "a?b"},
+      {std::string("\0\x1b\x7f", 3), "???"},
+      {"\xc3\xbc \xe2\x82\xac \xf0\x9f\x98\x80 \xf4\x8f\xbf\xbf",
+       "\xc3\xbc \xe2\x82\xac \xf0\x9f\x98\x80 \xf4\x8f\xbf\xbf"},
+      {"\x80 \xc3 \xe2\x82 \xf0\x9f\x98", "? ? ?? ???"},
+      {"\xc0\xaf \xe0\x9f\x80 \xed\xa0\x80 \xf0\x8f\x80\x80 \xf4\x90\x80\x80 \xff",
+       "?? ??? ??? ???? ???? ?"},
+  };
+  for (const auto& row : rows) {
+    std::string readable = ReadableText(row.text);
+    for (std::size_t at = readable.find("\xef\xbf\xbd"); at != std::string::npos;) {
+      at = readable.replace(at, 3, "?").find("\xef\xbf\xbd");
+    }
+    EXPECT_EQ(readable, row.readable) << testing::PrintToString(row.text);
+  }
+}
+
+TEST(ReportText, QuotesWordsForTheShell) {
+  std::vector<std::string> words = {"",      "a b", "-DX=\"y\"", "it's", "$HOME", "`id`",
+                                    "a\nb",  "\\",  "~",         "#",    "*",     "a;b",
+                                    "{a,b}", "!",   "-I../x",    "\xff"};
+  const std::string command = "printf '[%s]' " + CommandLine(words);
+  const std::unique_ptr<FILE, int (*)(FILE*)> shell(popen(command.c_str(), "r"), pclose);
+  std::string expected;
+  for (const std::string& word : words) expected += '[' + word + ']';
+  std::string read(expected.size() + 1, '\0');
+  read.resize(fread(read.data(), 1, read.size(), shell.get()));
+  EXPECT_EQ(read, expected);
+  EXPECT_EQ(CommandLine({"g++", "-O2", "-std=c++20", "src/pool.cpp"}),
+            "g++ -O2 -std=c++20 src/pool.cpp");
+}
+
+TEST(JsonReport, ParsesBack) {
+  for (const std::string& text :
+       {std::string("\"\\\n</script>\x01"), std::string("\0\xc3\xbc", 3)}) {
+    const nlohmann::json json = nlohmann::json::parse(JsonReport(FindingsOf(text)));
+    for (const char* const key :
+         {"headline", "kind", "sourceName", "source", "acceptedBy", "output", "version"}) {
+      EXPECT_EQ(json.at(key), text) << key;
+    }
+    for (const char* const key : {"compilerVersion", "command", "reducedCommand", "notes"}) {
+      EXPECT_EQ(json.at(key), nlohmann::json({text})) << key;
+    }
+    EXPECT_EQ(json.at("stages")[0],
+              nlohmann::json({{"stage", text}, {"bytes", 1234567}, {"tokens", 89}}));
+    EXPECT_EQ(json.at("origin")[1],
+              nlohmann::json({{"file", text}, {"first", 7}, {"last", 7}, {"isSystem", true}}));
+    EXPECT_EQ(json.at("otherCrashes"), nlohmann::json({{{"headline", text}, {"file", text}}}));
+    EXPECT_EQ(json.at("history")[0], nlohmann::json({{"seconds", 0.5}, {"bytes", 1234567}}));
+    EXPECT_EQ(json.at("compilations"), 5);
+    EXPECT_EQ(json.at("seconds"), 61.5);
+    EXPECT_EQ(json.size(), 17U);
+  }
+  EXPECT_EQ(nlohmann::json::parse(JsonReport(FindingsOf("a\xff"))).at("source"), "a\xef\xbf\xbd");
+  EXPECT_TRUE(nlohmann::json::parse(JsonReport(Findings())).at("acceptedBy").is_null());
 }
 
 }  // namespace snipwell
