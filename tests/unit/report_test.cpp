@@ -3,13 +3,17 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <regex>
+#include <set>
 #include <sstream>
 
+#include "snipwell/html_report.h"
 #include "snipwell/json_report.h"
 #include "snipwell/line_map.h"
 #include "snipwell/markdown_report.h"
@@ -349,6 +353,126 @@ TEST(JsonReport, ParsesBack) {
   }
   EXPECT_EQ(nlohmann::json::parse(JsonReport(FindingsOf("a\xff"))).at("source"), "a\xef\xbf\xbd");
   EXPECT_TRUE(nlohmann::json::parse(JsonReport(Findings())).at("acceptedBy").is_null());
+}
+
+namespace {
+
+/// A page as a browser takes it apart.
+struct Page {
+  std::set<std::string> tags;  // with 0 for each number
+  std::string text;            // what stands between them
+  std::vector<std::string> open;
+  bool isNested = true;
+};
+
+void AddTag(Page& page, const std::string& tag) {
+  static const std::regex number("-?[0-9][0-9.]*");
+  const std::string name = tag.substr(0, tag.find_first_of(" >"));
+  if (tag[0] == '/') {
+    page.isNested &= !page.open.empty() && '/' + page.open.back() == name;
+    if (!page.open.empty()) page.open.pop_back();
+  } else if (tag.back() != '/' && name != "!DOCTYPE" && name != "meta") {
+    page.open.push_back(name);
+  }
+  const bool isCurve = name == "path";
+  page.tags.insert(isCurve ? tag.substr(0, tag.find(" d=")) : std::regex_replace(tag, number, "0"));
+}
+
+Page PageOf(const std::string& html) {
+  Page page;
+  for (std::size_t at = 0; at < html.size();) {
+    const bool isTag = html[at] == '<';
+    const std::size_t end = std::min(html.find(isTag ? '>' : '<', at), html.size());
+    if (isTag) AddTag(page, html.substr(at + 1, end - at - 1));
+    if (!isTag) page.text += html.substr(at, end - at);
+    at = end + (isTag ? 1 : 0);
+  }
+  return page;
+}
+
+/// What a browser shows for a text without tags.
+std::string Unescaped(std::string text) {
+  const std::pair<const char*, const char*> entities[] = {
+      {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&#39;", "'"}, {"&amp;", "&"}};
+  for (const auto& [entity, character] : entities) {
+    for (std::size_t at = 0; (at = text.find(entity, at)) != std::string::npos; ++at) {
+      text.replace(at, std::string(entity).size(), character);
+    }
+  }
+  return text;
+}
+
+std::size_t Count(const std::string& text, const std::string& what) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += what.size())
+    ++count;
+  return count;
+}
+
+std::string LongFile(const std::string& text) {
+  std::string file;
+  for (int line = 0; line < 40; ++line) file += text + '\n';
+  return file;
+}
+
+}  // namespace
+
+TEST(HtmlReport, KeepsEveryTextInItsPlace) {
+  const std::string plain = "/*c*/ \"s\" 1 int";
+  const Page expected = PageOf(HtmlReport(FindingsOf(plain), {{"f", LongFile("x"), {2, 20}}}));
+  const auto check = [&](const std::string& text) {
+    const Page page = PageOf(HtmlReport(FindingsOf(text), {{text, LongFile(text), {2, 20}}}));
+    EXPECT_TRUE(page.isNested && page.open.empty()) << text;
+    for (const std::string& tag : page.tags) ASSERT_EQ(expected.tags.count(tag), 1U) << tag;
+    constexpr std::size_t kPlaces = 15 + 40;  // the lines of the file are 40
+    const bool isLine = text.find('\n') == npos;
+    ASSERT_GE(Count(Unescaped(page.text), text), isLine ? kPlaces : 1) << text;
+  };
+  WithEveryText({"<", ">", "&", "\"", "'", "-->", "</", "script>", "\n", "`", " x=", "&lt;", "/*"},
+                3, [&](const std::string& text) { check("(" + text + ")"); });
+}
+
+TEST(HtmlReport, ShowsEveryLineOnceAndMarksWhatIsLeft) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 100; ++round) {
+    ViewedFile file;
+    const std::uint32_t size = 1 + static_cast<std::uint32_t>(random() % 60);
+    std::string expected;
+    for (std::uint32_t line = 1; line <= size; ++line) {
+      const bool isLeft = random() % 12 == 0;
+      if (isLeft) file.lines.push_back(line);
+      file.text += "line" + std::to_string(line) + (line < size ? "\n" : "");
+      expected += std::to_string(line) + (isLeft ? "+ " : " ");
+    }
+    const std::string html = HtmlReport(Findings(), {file});
+    static const std::regex shown(
+        "<div( class=\"left\")? data-n=\"([0-9]+)\">line([0-9]+)\n</div>");
+    std::string found;
+    for (std::sregex_iterator at(html.begin(), html.end(), shown); at != std::sregex_iterator();
+         ++at) {
+      EXPECT_EQ((*at)[2], (*at)[3]);
+      found += (*at)[2].str() + ((*at)[1].matched ? "+ " : " ");
+    }
+    ASSERT_EQ(found, expected);
+  }
+}
+
+TEST(HtmlReport, PlotsAnyHistory) {
+  const double endless = std::numeric_limits<double>::infinity();
+  const std::vector<SizePoint> histories[] = {
+      {{0, 0}, {0, 0}},
+      {{-5, 10}, {std::nan(""), 9}, {endless, 8}},
+      {{0, 1}, {1e300, static_cast<std::size_t>(-1)}},
+      {{0.01, 5000000}, {0.02, 20}},
+  };
+  for (const auto& history : histories) {
+    Findings findings;
+    findings.history = history;
+    const std::string html = HtmlReport(findings, {});
+    static const std::regex curve("<path class=\"curve\" d=\"M0,([0-9]+)([HV][0-9]+)+\"/>");
+    EXPECT_TRUE(std::regex_search(html, curve)) << html;
+    EXPECT_LT(html.size(), 20000U);
+  }
 }
 
 }  // namespace snipwell
