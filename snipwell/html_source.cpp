@@ -48,16 +48,16 @@ class FileView {
       at = end + 1;
     }
     const auto inText = [this](std::uint32_t line) { return line <= lines.size(); };
-    end = std::find_if_not(file.lines.begin(), file.lines.end(), inText);
+    leftEnd = std::find_if_not(file.lines.begin(), file.lines.end(), inText);
   }
 
   std::size_t LineCount() const { return lines.size(); }
-  std::size_t LeftCount() const { return static_cast<std::size_t>(end - file.lines.begin()); }
+  std::size_t LeftCount() const { return static_cast<std::size_t>(leftEnd - file.lines.begin()); }
 
   std::string Listing() const {
     std::string html;
     std::size_t next = 1;
-    for (auto left = file.lines.begin(); left != end; ++left) {
+    for (auto left = file.lines.begin(); left != leftEnd; ++left) {
       html += Dropped(next, *left - 1) + Line(*left, true);
       next = std::size_t{*left} + 1;
     }
@@ -69,7 +69,7 @@ class FileView {
     constexpr std::size_t kColumns = 400;
     std::string html = "<svg class=\"strip\" viewBox=\"0 0 400 1\" preserveAspectRatio=\"none\">";
     std::size_t drawn = 0;
-    for (auto left = file.lines.begin(); left != end; ++left) {
+    for (auto left = file.lines.begin(); left != leftEnd; ++left) {
       const std::size_t first = (*left - 1) * kColumns / lines.size();
       const std::size_t behind = std::max(first + 2, *left * kColumns / lines.size());
       if (behind <= drawn) continue;
@@ -107,7 +107,7 @@ class FileView {
   const ViewedFile& file;
   std::string text;
   std::vector<std::string_view> lines;
-  std::vector<std::uint32_t>::const_iterator end;  // of the lines left that the text has
+  std::vector<std::uint32_t>::const_iterator leftEnd;  // of the lines left that the text has
 };
 
 }  // namespace

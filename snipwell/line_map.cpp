@@ -5,9 +5,9 @@
 
 namespace snipwell {
 
-LineMap::LineMap(std::string name) { AddFile(name, false); }
+LineMap::LineMap(const std::string& name) { AddFile(name, false); }
 
-LineMap::LineMap(std::string name, std::string_view text) : LineMap(std::move(name)) {
+LineMap::LineMap(const std::string& name, std::string_view text) : LineMap(name) {
   std::uint32_t line = 0;
   for (std::size_t begin = 0; begin < text.size();) {
     AddLine(begin, {0, ++line});

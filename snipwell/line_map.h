@@ -25,9 +25,9 @@ class LineMap {
   };
 
   /// The map of an empty text, which is to come from the file `name`, the first of `Files`.
-  explicit LineMap(std::string name);
+  explicit LineMap(const std::string& name);
   /// The map of a text that is the file `name` as it stands.
-  LineMap(std::string name, std::string_view text);
+  LineMap(const std::string& name, std::string_view text);
 
   const std::vector<File>& Files() const { return files; }
   /// Where the byte at `offset` stood. Behind the end of the text that is in its last line.

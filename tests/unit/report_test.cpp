@@ -13,6 +13,7 @@
 #include <set>
 #include <sstream>
 
+#include "snipwell/html_parts.h"
 #include "snipwell/html_report.h"
 #include "snipwell/json_report.h"
 #include "snipwell/line_map.h"
@@ -50,7 +51,7 @@ class RandomText {
       case 1: return AddMarker("#line ", "C:\\\\b \\\"\\303\\274.h", "C:\\b \"\xc3\xbc.h", "\r");
       case 2: return AddMarker("  #  ", "<built-in>", "<built-in>", " 2");
       case 3: return AddText("");
-      case 4: return AddText("  \t");
+      case 4: return AddText(random() % 2 == 0 ? "  \t" : "  y;");
       case 5:
         for (const std::string& other : others) AddText(other);
         return;
@@ -59,7 +60,7 @@ class RandomText {
   }
 
   void AddMarker(const char* start, const char* escaped, const char* name, const char* flags) {
-    line = static_cast<std::uint32_t>(random() % 1000);
+    line = static_cast<std::uint32_t>(random() % 8);
     const bool named = random() % 4 != 0;
     preprocessed += start + std::to_string(line);
     if (named) preprocessed += std::string(" \"") + escaped + '"' + flags;
@@ -112,7 +113,8 @@ TEST(LineMap, TakesNoOtherLineForAMarker) {
 
 TEST(LineMap, GivesTheRangesOfWhatIsLeft) {
   const MappedText mapped = WithoutMarkers(
-      "# 1 \"/usr/include/s.h\" 1 3\ns1\ns2\n# 0 \"<command-line>\"\nd0\n# 40 \"./src/pool.cpp\"\n"
+      "# 1 \"/usr/include/s.h\" 1 3\ns1\ns2\n# 3 \"<command-line>\"\nm3\n# 0 \"a.cpp\"\nd0\n# 40 "
+      "\"./src/pool.cpp\"\n"
       "a40\nb41\nc42\n# 7 \"/work/src/pool.h\" 1\nd7\n# 60 \"/work/src/pool.cpp\" 2\ne60\nf61\n"
       "g62\nh63\n# 5 \"../other/x.h\"\ni5\n# 9 \"/worker/y.h\"\nj9\n",
       "");
@@ -121,10 +123,11 @@ TEST(LineMap, GivesTheRangesOfWhatIsLeft) {
     const char* ranges;
   } const rows[] = {
       {"", ""},
-      {"s1 d0", "/usr/include/s.h:1 "},
+      {"s1 m3 d0", "/usr/include/s.h:1 "},
       {"a40 c42", "src/pool.cpp:40-42 "},
       {"e60 h63 e60 a40", "src/pool.cpp:40 src/pool.cpp:60 src/pool.cpp:63 "},
       {"s2 d7 f61 g62", "src/pool.h:7 src/pool.cpp:61-62 /usr/include/s.h:2 "},
+      {"i5 d7", "../other/x.h:5 src/pool.h:7 "},
       {"j9 i5", "/worker/y.h:9 ../other/x.h:5 "},
       {"f61 h63 a40 b41 c42 e60", "src/pool.cpp:40-42 src/pool.cpp:60-63 "},
   };
@@ -192,6 +195,13 @@ std::vector<std::string> Split(const std::string& text) {
 
 std::string Ended(const std::string& text) { return text.back() == '\n' ? text : text + '\n'; }
 
+std::size_t Count(const std::string& text, const std::string& what) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += what.size())
+    ++count;
+  return count;
+}
+
 /// A report as a reader of Markdown takes it apart.
 struct Outline {
   std::vector<std::string> marks;  // what each line outside the fences begins with
@@ -245,6 +255,7 @@ Outline OutlineOf(const std::string& report) {
       if (!closes) outline.fenced.emplace_back();
     } else {
       const std::string plain = WithoutCode(line);
+      if (line[0] == '|' && Count(line, "|") != 4) outline.complaint += "cells: " + line;
       const std::size_t text = plain[0] == '|' ? plain.size() : plain.find_first_not_of("#- ");
       const std::size_t mark = plain.find(' ') < text ? plain.find(' ') + 1 : 0;
       outline.marks.push_back(plain.substr(0, plain[0] == '|' ? std::string::npos : mark));
@@ -277,6 +288,14 @@ TEST(MarkdownReport, KeepsEveryTextInItsPlace) {
   };
   WithEveryText({"`", "\n", "#", " ", "-", "|", "<!--", "a", "\\", "_", "*", "~~~", "1.", "```"}, 3,
                 check);
+}
+
+TEST(MarkdownReport, LeavesPlainTextAsItIs) {
+  for (const char* const text : {"in cp_gimplify_expr, at cp/cp-gimplify.cc:812", "1.0.0",
+                                 "-Wall was not needed.", "g\xc3\xbcltig (\"a\"): 50%?"}) {
+    EXPECT_NE(MarkdownReport(FindingsOf(text)).find(std::string("\n# ") + text + '\n'), npos)
+        << text;
+  }
 }
 
 TEST(MarkdownReport, LeavesOutTheMiddleOfALongOutput) {
@@ -343,8 +362,9 @@ TEST(JsonReport, ParsesBack) {
     }
     EXPECT_EQ(json.at("stages")[0],
               nlohmann::json({{"stage", text}, {"bytes", 1234567}, {"tokens", 89}}));
-    EXPECT_EQ(json.at("origin")[1],
-              nlohmann::json({{"file", text}, {"first", 7}, {"last", 7}, {"isSystem", true}}));
+    EXPECT_EQ(json.at("origin")[0],
+              nlohmann::json({{"file", text}, {"first", 3}, {"last", 4}, {"isSystem", false}}));
+    EXPECT_EQ(json.at("origin")[1].at("isSystem"), true);
     EXPECT_EQ(json.at("otherCrashes"), nlohmann::json({{{"headline", text}, {"file", text}}}));
     EXPECT_EQ(json.at("history")[0], nlohmann::json({{"seconds", 0.5}, {"bytes", 1234567}}));
     EXPECT_EQ(json.at("compilations"), 5);
@@ -402,13 +422,6 @@ std::string Unescaped(std::string text) {
   return text;
 }
 
-std::size_t Count(const std::string& text, const std::string& what) {
-  std::size_t count = 0;
-  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += what.size())
-    ++count;
-  return count;
-}
-
 std::string LongFile(const std::string& text) {
   std::string file;
   for (int line = 0; line < 40; ++line) file += text + '\n';
@@ -421,15 +434,19 @@ TEST(HtmlReport, KeepsEveryTextInItsPlace) {
   const std::string plain = "/*c*/ \"s\" 1 int";
   const Page expected = PageOf(HtmlReport(FindingsOf(plain), {{"f", LongFile("x"), {2, 20}}}));
   const auto check = [&](const std::string& text) {
-    const Page page = PageOf(HtmlReport(FindingsOf(text), {{text, LongFile(text), {2, 20}}}));
+    const Page page = PageOf(HtmlReport(FindingsOf(text), {{text + "f", LongFile(text), {2, 20}}}));
     EXPECT_TRUE(page.isNested && page.open.empty()) << text;
     for (const std::string& tag : page.tags) ASSERT_EQ(expected.tags.count(tag), 1U) << tag;
-    constexpr std::size_t kPlaces = 15 + 40;  // the lines of the file are 40
+    constexpr std::size_t kPlaces = 17 + 40;  // the lines of the file are 40
     const bool isLine = text.find('\n') == npos;
     ASSERT_GE(Count(Unescaped(page.text), text), isLine ? kPlaces : 1) << text;
   };
   WithEveryText({"<", ">", "&", "\"", "'", "-->", "</", "script>", "\n", "`", " x=", "&lt;", "/*"},
                 3, [&](const std::string& text) { check("(" + text + ")"); });
+}
+
+TEST(HtmlReport, EscapesForAttributesToo) {
+  EXPECT_EQ(Escaped("<a&\"'>"), "&lt;a&amp;&quot;&#39;&gt;");
 }
 
 TEST(HtmlReport, ShowsEveryLineOnceAndMarksWhatIsLeft) {
@@ -444,6 +461,7 @@ TEST(HtmlReport, ShowsEveryLineOnceAndMarksWhatIsLeft) {
       file.text += "line" + std::to_string(line) + (line < size ? "\n" : "");
       expected += std::to_string(line) + (isLeft ? "+ " : " ");
     }
+    if (random() % 2 == 0) file.lines.push_back(size + 5);  // the text has changed
     const std::string html = HtmlReport(Findings(), {file});
     static const std::regex shown(
         "<div( class=\"left\")? data-n=\"([0-9]+)\">line([0-9]+)\n</div>");
@@ -461,7 +479,7 @@ TEST(HtmlReport, PlotsAnyHistory) {
   const double endless = std::numeric_limits<double>::infinity();
   const std::vector<SizePoint> histories[] = {
       {{0, 0}, {0, 0}},
-      {{-5, 10}, {std::nan(""), 9}, {endless, 8}},
+      {{0, 10}, {-5, 9}, {std::nan(""), 8}, {endless, 7}},
       {{0, 1}, {1e300, static_cast<std::size_t>(-1)}},
       {{0.01, 5000000}, {0.02, 20}},
   };
@@ -469,8 +487,10 @@ TEST(HtmlReport, PlotsAnyHistory) {
     Findings findings;
     findings.history = history;
     const std::string html = HtmlReport(findings, {});
-    static const std::regex curve("<path class=\"curve\" d=\"M0,([0-9]+)([HV][0-9]+)+\"/>");
+    static const std::regex curve(
+        "<path class=\"curve\" d=\"M0,[0-9]+([HV](10000|[0-9]{1,4}))+\"/>");
     EXPECT_TRUE(std::regex_search(html, curve)) << html;
+    EXPECT_NE(html.find("x=\"0.0%\" y=\"100%\""), npos) << html;
     EXPECT_LT(html.size(), 20000U);
   }
 }
