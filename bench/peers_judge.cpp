@@ -15,11 +15,8 @@
 
 #include <ctype.h>
 #include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
 #include <stdio.h>
 #include <stdlib.h>
-#include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,12 +26,12 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
 
-constexpr double timeLimit = 10;                  // seconds for each command
-constexpr size_t outputLimit = 16 * 1024 * 1024;  // bytes of output that are looked at
+constexpr const char* timeLimit = "10";  // seconds for each command
 
 double Now() {
   timeval now{};
@@ -152,37 +149,29 @@ std::string ReadFile(const char* name) {
 }
 
 struct Ending {
-  int status;  // as a shell gives it: a signal's number has 128 added; -1 after the time limit
+  int status;  // as waitpid gives it: 0 when the command ended well, other than that after the
+               // limit
   std::string output;
 };
 
-[[noreturn]] void Become(const std::vector<std::string>& words, int out) {
-  setpgid(0, 0);
-  const int nothing = open("/dev/null", O_RDONLY);
-  dup2(nothing, 0);
+[[noreturn]] void Become(std::vector<std::string> words, int out) {
   dup2(out, 1);
   dup2(out, 2);
-  const rlimit noCore{};
-  setrlimit(RLIMIT_CORE, &noCore);
+  words.insert(words.begin(), {"timeout", "-k", "1", timeLimit});
   std::vector<char*> pointers;
-  for (const std::string& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
+  for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   execvp(pointers[0], pointers.data());
   _exit(127);
 }
 
-// Reads until the other end is closed: false when the time was over before.
-bool Drain(int in, std::string& output) {
-  const double end = Now() + timeLimit;
+std::string ReadAll(int in) {
+  std::string output;
   char block[65536];
-  for (;;) {
-    pollfd waited{in, POLLIN, 0};
-    const double left = end - Now();
-    if (left <= 0 || poll(&waited, 1, static_cast<int>(left * 1000) + 1) == 0) return false;
-    const ssize_t count = read(in, block, sizeof block);
-    if (count <= 0) return true;
-    if (output.size() < outputLimit) output.append(block, static_cast<size_t>(count));
-  }
+  for (ssize_t count; (count = read(in, block, sizeof block)) > 0;)
+    output.append(block, static_cast<size_t>(count));
+  close(in);
+  return output;
 }
 
 Ending Run(const std::vector<std::string>& words) {
@@ -191,17 +180,9 @@ Ending Run(const std::vector<std::string>& words) {
   const pid_t child = fork();
   if (child < 0) exit(2);
   if (child == 0) Become(words, ends[1]);
-  setpgid(child, child);
   close(ends[1]);
-  Ending ending{};
-  const bool inTime = Drain(ends[0], ending.output);
-  if (!inTime) kill(-child, SIGKILL);
-  close(ends[0]);
-  int status = 0;
-  waitpid(child, &status, 0);
-  kill(-child, SIGKILL);  // what it may have left behind
-  ending.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-  if (!inTime) ending.status = -1;
+  Ending ending{0, ReadAll(ends[0])};
+  waitpid(child, &ending.status, 0);
   return ending;
 }
 
@@ -236,7 +217,7 @@ struct Question {
   bool IsInteresting() {
     const Ending ending = Ask(command);
     if (kind == "script") return ending.status == 0;
-    return ending.status > 0 && ShowsHeadline(ending.output) && SecondAccepts();
+    return ending.status != 0 && ShowsHeadline(ending.output) && SecondAccepts();
   }
 };
 
@@ -247,6 +228,19 @@ void Log(const char* name, bool interesting, const Measure& measure, int runs) {
                measure.text.size(), measure.dense, measure.tokens, runs);
   const int log = open(name, O_WRONLY | O_APPEND | O_CREAT, 0666);
   if (log < 0 || write(log, line, static_cast<size_t>(length)) != length) exit(2);
+}
+
+// Two may do this at the same time, so the file is renamed into its place.
+void Keep(const std::string& name, const Measure& measure) {
+  std::ifstream stream(name, std::ios::binary);
+  const std::string best{std::istreambuf_iterator<char>(stream), {}};
+  const Measure before(best);
+  if (stream.is_open() &&
+      std::pair(before.tokens, best.size()) <= std::pair(measure.tokens, measure.text.size()))
+    return;
+  const std::string own = name + "." + std::to_string(getpid());
+  std::ofstream(own, std::ios::binary) << measure.text;
+  if (rename(own.c_str(), name.c_str()) != 0) exit(2);
 }
 
 }  // namespace
@@ -265,5 +259,6 @@ int main(int count, char** words) {
                     words[6], *words[5] == '1', {words + 7, words + count}};
   const bool interesting = measure.matched && question.IsInteresting();
   Log(words[1], interesting, measure, question.runs);
+  if (interesting) Keep(std::string(words[1]) + ".best", measure);
   return interesting ? 0 : 1;
 }
