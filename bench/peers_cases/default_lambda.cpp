@@ -1,5 +1,4 @@
 // A pool of workers; what a worker starts with is worked out in a default argument.
-#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -23,7 +22,7 @@ class Pool {
 
   std::uint64_t Done() const {
     std::uint64_t sum = 0;
-    std::for_each(workers_.begin(), workers_.end(), [&](const auto& worker) { sum += worker->done; });
+    for (const auto& worker : workers_) sum += worker->done;
     return sum;
   }
 

@@ -1,5 +1,4 @@
 // Handles into an arena; the arena says how the type of a handle is deduced.
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,7 +24,7 @@ class Arena {
 
   std::size_t bytes() const {
     std::size_t sum = 0;
-    std::for_each(texts_.begin(), texts_.end(), [&](const auto& text) { sum += text->size(); });
+    for (const auto& text : texts_) sum += text->size();
     return sum;
   }
 
