@@ -17,7 +17,8 @@ build() {
 
 build optimised -O1 -Werror=uninitialized -Werror=return-type -Werror=implicit-int \
   -Werror=implicit-function-declaration -Werror=int-conversion -Werror=format \
-  -Werror=incompatible-pointer-types -Werror=array-bounds "$1"
+  -Werror=incompatible-pointer-types -Werror=array-bounds -Werror=maybe-uninitialized \
+  -Werror=strict-prototypes -Werror=builtin-declaration-mismatch "$1"
 build plain -w -O0 "$1"
 cmp -s "$folder/optimised.out" "$folder/plain.out" && exit 1
 build checked -w -O0 -fsanitize=address,undefined -fno-sanitize-recover=all "$1"
