@@ -1,0 +1,57 @@
+// A sheet of cells whose constructors throw or not, depending on their width.
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace sheet {
+
+template <int Width>
+struct Cell {
+  Cell() noexcept(Width > 0);
+  std::string text;
+};
+
+template <int Width>
+struct Row {
+  Cell<Width> first = {};
+  std::vector<Cell<Width>> others;
+  std::size_t size() const { return others.size() + 1; }
+};
+
+struct Page {
+  Page(Row<1> row);
+  std::map<std::string, std::size_t> widths;
+  std::shared_ptr<Page> next;
+};
+
+}  // namespace sheet
+
+#include <cstdio>
+
+namespace sheet {
+
+Page front = {{}};
+
+std::size_t Widest(const Page& page) {
+  std::size_t widest = 0;
+  for (const auto& [name, width] : page.widths) widest = std::max(widest, width + name.size());
+  return page.next ? std::max(widest, Widest(*page.next)) : widest;
+}
+
+void Print(const Page& page) {
+  for (const auto& [name, width] : page.widths) std::printf("%s: %zu\n", name.c_str(), width);
+  std::printf("%zu\n", Widest(page));
+}
+
+}  // namespace sheet
+
+#include <zlib.h>
+
+unsigned long Checksum(const sheet::Page& page) {
+  unsigned long sum = crc32(0, nullptr, 0);
+  for (const auto& [name, width] : page.widths)
+    sum = crc32(sum, reinterpret_cast<const Bytef*>(name.data()), static_cast<uInt>(width));
+  return sum;
+}
