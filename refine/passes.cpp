@@ -4,6 +4,7 @@ namespace snipwell {
 
 const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
+      {"unused", RemoveUnused},
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},
       {"groups unwrapped", UnwrapGroups},

@@ -20,6 +20,8 @@ const std::vector<Pass>& Passes();
 
 // Each with what it makes of a line.
 
+/// void f(); void g() { f(); } void h();  ->  void h();
+EditList RemoveUnused(const Program& program, const Tree& tree);
 /// int a; int b; int c;  ->  int b;
 EditList RemoveItems(const Program& program, const Tree& tree);
 /// int f(int a) { return a; }  ->  int f() {}  or  int f(int a);

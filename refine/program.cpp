@@ -78,7 +78,8 @@ void Program::AppendGap(const Word* before, const Word& word, std::string& text)
   if (blanks == Blanks::AsWritten) {
     text.append(pool, word.blank, word.begin - word.blank);
   } else if ((word.gap == Gap::Line || word.kind == TokenKind::DirectiveStart) && !atLineStart) {
-    text += '\n';
+    // A stray backslash, which a comment parted from the line's end, stays one.
+    text += text.back() == '\\' ? "/**/\n" : "\n";
   }
   if (before == nullptr || atLineStart || text.size() > written) return;
   const bool neighbours = before->begin + before->length == word.begin;

@@ -107,11 +107,12 @@ inline std::string ComplaintAboutRefining(const std::string& text) {
   Program program(text);
   const Tree tree(program);
   if (complaint.empty()) complaint = ComplaintAboutTree(program, tree);
+  if (!complaint.empty()) return complaint;
   for (const Pass& pass : Passes()) {
-    if (complaint.empty()) complaint = ComplaintAboutEdits(program, pass.edits(program, tree));
+    complaint = ComplaintAboutEdits(program, pass.edits(program, tree));
     if (!complaint.empty()) return std::string(pass.name) + ": " + complaint;
   }
-  return complaint;
+  return "";
 }
 
 }  // namespace snipwell
