@@ -10,6 +10,7 @@ enum class FailureKind {
   Crash,        ///< the compiler's own failure: an internal error, a failed assertion, a signal
   Hang,         ///< not ended at the limit
   OutOfMemory,  ///< ended for want of memory, which says nothing of the program
+  Line,         ///< a line that the user has chosen, whatever it means
   Test,         ///< a test of the user's holds
 };
 

@@ -58,7 +58,6 @@ void ProcessJudge::StartCheck(Seat& seat) {
   Check& check = *checks[seat.check];
   seat.run = check.Run(seat.place);
   seat.child = &children.Start(check.Command(seat.place));
-  ++commands;
 }
 
 void ProcessJudge::Drop(std::size_t place) {

@@ -44,8 +44,6 @@ class ProcessJudge : public Judge {
 
   /// The signal that has stopped the search, or 0.
   int StoppedBy() const { return signal; }
-  /// Commands started so far.
-  std::size_t Commands() const { return commands; }
   /// Called about ten times a second while the judge waits; may be empty.
   void CallWhileWaiting(std::function<void()> callback) { whileWaiting = std::move(callback); }
 
@@ -70,7 +68,6 @@ class ProcessJudge : public Judge {
   std::vector<Seat> seats;
   std::deque<Answer> answers;
   std::function<void()> whileWaiting;
-  std::size_t commands = 0;
   int signal = 0;
 };
 

@@ -103,6 +103,9 @@ class ChildSet {
   /// Forgets a child; one that still runs is ended first.
   void Release(Child& child);
 
+  /// How many children were started.
+  std::size_t Started() const { return started; }
+
  private:
   struct System;
 
@@ -115,6 +118,7 @@ class ChildSet {
   ChildNews TakeNews();
 
   std::vector<std::unique_ptr<Child>> children;
+  std::size_t started = 0;
   std::unique_ptr<System> system;
 };
 

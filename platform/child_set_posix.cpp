@@ -157,6 +157,7 @@ Child& ChildSet::Start(const ChildCommand& command) {
   }
   if (child.end.reason == 0) child.end.reason = Spawn(command, writeEnd, process.id);
   child.end.started = child.end.reason == 0;
+  if (child.end.started) ++started;
   child.ended = child.hasNews = !child.end.started;
   if (child.ended) process.output.Close();
   return child;

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <string>
 
 namespace snipwell::platform {
 
@@ -10,5 +12,11 @@ std::size_t Processors();
 
 /// Bytes of memory that the machine has; 0 when the system does not tell.
 std::uint64_t MemoryBytes();
+
+/// The folder that holds this process's program; empty when the system does not tell.
+std::filesystem::path ProgramFolder();
+
+/// True when a program of that name, or path, can be started.
+bool IsProgram(const std::string& name);
 
 }  // namespace snipwell::platform

@@ -8,7 +8,8 @@ namespace snipwell::platform {
 /// cannot be made.
 class TemporaryFolder {
  public:
-  TemporaryFolder();
+  /// In `parent`, or where the system has temporary files when that is empty.
+  explicit TemporaryFolder(const std::filesystem::path& parent = {});
   ~TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;

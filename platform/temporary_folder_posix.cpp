@@ -7,9 +7,10 @@
 
 namespace snipwell::platform {
 
-TemporaryFolder::TemporaryFolder() {
-  std::string name =
-      std::filesystem::absolute(std::filesystem::temp_directory_path() / "snip-cc-XXXXXX").string();
+TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent) {
+  namespace fs = std::filesystem;
+  const fs::path where = parent.empty() ? fs::temp_directory_path() : parent;
+  std::string name = fs::absolute(where / "snipwell-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) {
     throw std::filesystem::filesystem_error("cannot make a temporary folder", name,
                                             std::error_code(errno, std::generic_category()));

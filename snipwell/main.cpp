@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
   try {
     snipwell::Settings settings;
     if (const auto status = snipwell::ParseSettings(argc, argv, settings)) return *status;
-    return snipwell::Reduction(settings).Run();
+    return snipwell::Reduce(settings);
   } catch (const snipwell::RunEnd& end) {
     std::cerr << "snipwell: " << end.what() << '\n';
     return end.Status();

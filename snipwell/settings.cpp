@@ -2,78 +2,127 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <memory>
 
 #include "platform/machine.h"
 #include "snipwell/exit_status.h"
+#include "snipwell/stages.h"
 #include "snipwell/version.h"
 
 namespace snipwell {
 
 namespace {
 
-const char kUsage[] = "snipwell [OPTIONS] COMPILER [COMPILER OPTIONS] SOURCE";
+const char kUsage[] =
+    "  snipwell [OPTIONS] COMPILER ... SOURCE     put it before the command that fails\n"
+    "  snipwell [OPTIONS] -p BUILD SOURCE         the command is in compile_commands.json\n"
+    "  snipwell [OPTIONS] pool-3f21aa.sh          clang's crash script\n"
+    "  snipwell [OPTIONS] ccX1.out                gcc's file from -freport-bug\n"
+    "  snipwell [OPTIONS] --test=COMMAND SOURCE   a script decides\n";
+
+/// Fits on one screen.
+class Help : public CLI::Formatter {
+ public:
+  Help() { column_width(24); }
+
+  std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override {
+    return std::string(kUsage) + '\n';
+  }
+};
+
+/// Adds the options of one group of the help.
+class Group {
+ public:
+  Group(CLI::App& program, const char* groupName) : app(program), name(groupName) {}
+
+  template <typename Value>
+  CLI::Option* Add(const char* option, Value& value, const char* type, const char* help) {
+    return app.add_option(option, value, help)->type_name(type)->group(name);
+  }
+  void Flag(const char* option, bool& value, const char* help) {
+    app.add_flag(option, value, help)->group(name);
+  }
+
+ private:
+  CLI::App& app;
+  const char* name;
+};
+
+void AddWaysIn(CLI::App& app, Settings& settings) {
+  Group group(app, "The program");
+  group.Add("-p", settings.database, "BUILD", "folder of compile_commands.json");
+  group.Add("--test", settings.test, "COMMAND", "ends with 0 when a program is interesting");
+  group.Add("--wrong-code", settings.wrongCode, "COMMAND",
+            "built with this too, it behaves in another way");
+}
 
 void AddFailure(CLI::App& app, Settings& settings) {
-  const std::string group = "The failure";
-  app.add_option("--match", settings.match, "the line of the output that holds TEXT counts")
-      ->type_name("TEXT")
-      ->group(group);
-  app.add_option("--test", settings.test,
-                 "a script decides: status 0 when a program is interesting")
-      ->type_name("COMMAND")
-      ->group(group);
-  app.add_option("--accepted-by", settings.acceptedBy, "this compiler has to accept the program")
-      ->type_name("COMMAND")
-      ->group(group);
-  app.add_flag("--allow-errors", settings.allowErrors, "errors may come before a crash")
-      ->group(group);
-  app.add_option("--repeat", settings.repeat, "a program has to fail N times of N")
-      ->type_name("N")
-      ->check(CLI::Range(1, 1000))
-      ->group(group);
+  Group group(app, "The failure");
+  group.Add("--match", settings.match, "TEXT", "the line of the output that holds TEXT");
+  group.Flag("--list", settings.list, "list the lines to choose from, and end");
+  group.Add("--accepted-by", settings.acceptedBy, "COMMAND", "a compiler that has to accept it");
+  group.Flag("--allow-errors", settings.allowErrors, "errors may come to stand before a crash");
+  group.Add("--repeat", settings.repeat, "N", "a program has to fail N times of N")
+      ->check(CLI::Range(1, 1000));
 }
 
 void AddLimits(CLI::App& app, Settings& settings) {
-  const std::string group = "Time and processors";
-  app.add_option("-j,--jobs", settings.jobs, "compilations at a time; all processors otherwise")
-      ->type_name("N")
-      ->check(CLI::Range(1, 1024))
-      ->group(group);
-  app.add_option("--timeout", settings.timeoutSeconds, "stop then, with the best so far")
-      ->type_name("SECONDS")
+  Group group(app, "Time and processors");
+  group.Add("-j,--jobs", settings.jobs, "N", "compilations at a time; all processors otherwise")
+      ->check(CLI::Range(1, 1024));
+  group.Add("--timeout", settings.timeoutSeconds, "SECONDS", "stop then, with the best so far")
+      ->check(CLI::PositiveNumber);
+  group.Add("--limit", settings.limitSeconds, "SECONDS", "a compilation that takes longer hangs")
       ->check(CLI::PositiveNumber)
-      ->group(group);
-  app.add_option("--limit", settings.limitSeconds, "a first compilation that takes longer hangs")
-      ->type_name("SECONDS")
-      ->check(CLI::PositiveNumber)
-      ->capture_default_str()
-      ->group(group);
-  app.add_option("--work", settings.work, "where the tries are made")
-      ->type_name("FOLDER")
-      ->check(CLI::ExistingDirectory)
-      ->group(group);
+      ->capture_default_str();
+  group.Add("--launch", settings.launch, "COMMAND", "put before every compilation: srun -n1");
+  group.Add("--work", settings.work, "FOLDER", "where the tries are made: a shared disk")
+      ->check(CLI::ExistingDirectory);
+  group.Add("--stages", settings.stages, "LIST", "of preprocess,plain,snip,refine,options,layout")
+      ->delimiter(',')
+      ->check(CLI::IsMember(StageNames()));
 }
 
 void AddOutput(CLI::App& app, Settings& settings) {
-  const std::string group = "What is written";
-  app.add_option("-o", settings.output, "the result; SOURCE.min.SUFFIX otherwise")
-      ->type_name("FILE")
-      ->group(group);
-  app.add_flag("--force", settings.force, "write over a file that is no earlier result")
-      ->group(group);
-  app.add_option("--trace", settings.trace, "a line for each step: seconds, bytes, tokens, tries")
-      ->type_name("FILE")
-      ->group(group);
-  app.add_flag("-q,--quiet", settings.quiet, "only what went wrong")->group(group);
-  app.add_flag("-v,--verbose", settings.verbose, "also what was tried")->group(group);
+  Group group(app, "What is written");
+  group.Add("-o", settings.output, "FILE", "the result; SOURCE.min.SUFFIX otherwise");
+  group.Flag("--force", settings.force, "write over a file that is no earlier result");
+  group.Flag("--resume", settings.resume, "go on from the earlier result");
+  group.Add("--html", settings.html, "FILE", "the report as a page");
+  group.Add("--json", settings.json, "FILE", "the report for machines");
+  group.Add("--trace", settings.trace, "FILE", "each step: seconds, bytes, tokens, compilations");
+  group.Flag("-q,--quiet", settings.quiet, "say only what went wrong");
+  group.Flag("-v,--verbose", settings.verbose, "say more");
+}
+
+std::optional<int> Complain(const std::string& sentence) {
+  std::cerr << "snipwell: " << sentence << '\n';
+  return BadUsage;
+}
+
+std::optional<int> RefuseUnusable(const Settings& settings) {
+  if (settings.words.empty()) {
+    return Complain(std::string("what fails? Put it before the command that fails:\n") + kUsage +
+                    "snipwell --help tells the options");
+  }
+  const std::string& first = settings.words.front();
+  if (first.size() > 1 && first[0] == '-') {
+    return Complain("there is no option " + first + "; snipwell --help tells which there are");
+  }
+  if (!settings.test.empty() && !settings.wrongCode.empty()) {
+    return Complain("--test= and --wrong-code= are two judges: choose one");
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
 std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& settings) {
-  CLI::App app("Reduces a C or C++ source on which a compiler fails, and reports it.");
+  CLI::App app("Reduces a C or C++ program on which a compiler fails, and reports it.");
+  app.formatter(std::make_shared<Help>());
   app.prefix_command();
   app.set_version_flag("--version", std::string("snipwell ") + kVersion);
+  AddWaysIn(app, settings);
   AddFailure(app, settings);
   AddLimits(app, settings);
   AddOutput(app, settings);
@@ -84,9 +133,8 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
   }
   settings.words = app.remaining();
   if (settings.jobs == 0) settings.jobs = platform::Processors();
-  if (!settings.words.empty()) return std::nullopt;
-  std::cerr << "snipwell: put it before the command that fails: " << kUsage << '\n';
-  return BadUsage;
+  if (settings.stages.empty()) settings.stages = DefaultStages();
+  return RefuseUnusable(settings);
 }
 
 }  // namespace snipwell

@@ -1,0 +1,153 @@
+#include "snipwell/delivery.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "failure/line_rewriter.h"
+#include "snipwell/failure_naming.h"
+#include "snipwell/html_report.h"
+#include "snipwell/json_report.h"
+#include "snipwell/markdown_report.h"
+#include "snipwell/report_text.h"
+#include "snipwell/version.h"
+
+namespace snipwell {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Words = std::vector<std::string>;
+
+std::string WithoutColoursInLines(const std::string& text) {
+  std::istringstream lines(text);
+  std::string plain;
+  for (std::string line; std::getline(lines, line);) plain += WithoutColours(line) + '\n';
+  return plain;
+}
+
+/// The user's own command, for whatever text.
+Form AsGiven(const Job& job, Form form) {
+  form.command = job.command;
+  return form;
+}
+
+/// Goes back to the program before when that fails with the user's own command, and the last does
+/// not, unless that would be a much larger one.
+void CheckWithOwnCommand(Job& job) {
+  const std::size_t most = 2 * job.form.text.size();
+  const std::vector<Form>& all = job.Milestones();
+  for (auto form = all.rbegin(); form != all.rend() && form->text.size() <= most; ++form) {
+    if (!job.workshop.Holds(AsGiven(job, *form), job.question)) continue;
+    if (form == all.rbegin()) return;
+    job.form = *form;
+    job.Take(form->text);
+    return job.Remark("The last step is undone: with the command as given it failed otherwise.");
+  }
+  job.Remark("With the command as given the result fails otherwise: use the reduced command.");
+}
+
+/// A command as people would give it: without what only keeps the compiler's files away.
+Words ForPeople(const CompileCommand& command, const std::string& source) {
+  Words words = CompileWords(command, source, "");
+  words.erase(std::remove(words.begin(), words.end(), "-fno-crash-diagnostics"), words.end());
+  const auto output = std::find(words.begin(), words.end(), "-o");
+  if (output + 1 < words.end()) words.erase(output, output + 2);
+  return words;
+}
+
+Words VersionOf(Job& job) {
+  platform::ChildCommand command;
+  command.arguments = {job.command.compiler, "-v"};
+  command.folder = job.command.folder;
+  command.temporaryFolder = job.workshop.Folder().string();
+  std::istringstream output(job.workshop.RunToEnd(command).output);
+  Words lines;
+  for (std::string line; std::getline(output, line);) {
+    const bool target = line.rfind("Target:", 0) == 0;
+    if (target || line.find(" version ") != std::string::npos) lines.push_back(line);
+  }
+  return lines;
+}
+
+/// Lets the compiler say what it says of the result, with the names of its functions.
+void AddOutput(Job& job) {
+  Findings& findings = job.findings;
+  const fs::path folder = job.workshop.Folder() / "shown";
+  fs::create_directories(folder);
+  CompileCommand command = job.form.command;
+  std::string source = (folder / findings.sourceName).string();
+  std::ofstream(source, std::ios::binary) << job.form.text;
+  if (IsPreprocessed(command) || command.folder.empty()) {
+    // Its output then names the source as the command does.
+    command.folder = folder.string();
+    source = findings.sourceName;
+  }
+  const Compiled compiled = job.workshop.Compile(command, source, true);
+  findings.output = WithoutColoursInLines(compiled.output);
+  if (compiled.failure.kind == FailureKind::Crash) {
+    findings.headline = HeadlineInWords(compiled.failure);
+  }
+}
+
+void AddCompiler(Job& job) {
+  job.findings.compilerVersion = VersionOf(job);
+  job.findings.reducedCommand = ForPeople(job.form.command, job.findings.sourceName);
+  AddOutput(job);
+}
+
+std::vector<FileLines> LinesLeftIn(const Job& job) {
+  const fs::path folder = fs::absolute(job.command.folder.empty() ? "." : job.command.folder);
+  return LinesLeft(job.trail.Map(), job.trail.Places(), folder.lexically_normal());
+}
+
+std::vector<ViewedFile> FilesToView(const Job& job) {
+  constexpr std::uintmax_t kMostBytes = 1 << 20;
+  std::vector<ViewedFile> files;
+  for (const FileLines& left : LinesLeftIn(job)) {
+    const fs::path path = fs::path(job.command.folder) / left.name;
+    std::error_code error;
+    if (left.isSystem || fs::file_size(path, error) > kMostBytes || error) continue;
+    files.push_back({left.name, ReadSource(path.string()), left.lines});
+  }
+  return files;
+}
+
+void FillFindings(Job& job) {
+  Findings& findings = job.findings;
+  findings.sourceName = fs::path(job.result->Name()).filename().string();
+  findings.source = job.form.text;
+  findings.command = job.given;
+  findings.reducedCommand = job.given;
+  findings.origin = RangesOf(LinesLeftIn(job));
+  findings.version = kVersion;
+  findings.otherCrashes = job.otherCrashes.All();
+  if (!job.IsTest()) AddCompiler(job);
+  findings.compilations = job.workshop.Commands();
+  findings.seconds = job.workshop.Seconds();
+}
+
+void WriteReports(Job& job) {
+  job.result->WriteReport(MarkdownReport(job.findings));
+  if (!job.settings.json.empty()) WriteWhole(job.settings.json, JsonReport(job.findings));
+  if (!job.settings.html.empty()) {
+    WriteWhole(job.settings.html, HtmlReport(job.findings, FilesToView(job)));
+  }
+}
+
+}  // namespace
+
+void Deliver(Job& job) {
+  job.Begin("check");
+  if (!job.IsTest()) CheckWithOwnCommand(job);
+  FillFindings(job);
+  WriteReports(job);
+  const Findings& findings = job.findings;
+  job.Say(Counted(job.form.text.size(), "byte") + ", " +
+          Counted(Program(job.form.text).Size(), "token") + ", " +
+          Counted(findings.compilations, "compilation") + ", " + Duration(findings.seconds) + ": " +
+          job.result->Name() + ", " + job.result->ReportName());
+}
+
+}  // namespace snipwell

@@ -1,0 +1,80 @@
+#include "snipwell/job.h"
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iostream>
+#include <utility>
+
+namespace snipwell {
+
+namespace {
+
+Verbosity VerbosityOf(const Settings& settings) {
+  if (settings.quiet) return Verbosity::Quiet;
+  return settings.verbose ? Verbosity::Verbose : Verbosity::Normal;
+}
+
+}  // namespace
+
+Job::Job(const Settings& programSettings)
+    : settings(programSettings),
+      workshop(programSettings),
+      status(std::cerr, LookOf(STDERR_FILENO), VerbosityOf(programSettings),
+             SurroundingsOf(STDERR_FILENO)) {
+  workshop.OnOtherCrash([this](const Failure& failure, const Place& place) {
+    if (result) otherCrashes.Note(failure, place, *result);
+  });
+  workshop.CallWhileWaiting([this] { ShowProgress(); });
+}
+
+bool Job::TakeIfItHolds(Form next) {
+  if (!workshop.Holds(next, question)) return false;
+  form.name = std::move(next.name);
+  form.command = std::move(next.command);
+  if (next.text != form.text) Take(std::move(next.text));
+  return true;
+}
+
+bool Job::TakeIfItHolds(std::string text) {
+  Form next = form;
+  next.text = std::move(text);
+  return TakeIfItHolds(std::move(next));
+}
+
+void Job::Take(std::string text) {
+  form.text = std::move(text);
+  if (result) result->Write(form.text);
+  findings.history.push_back({workshop.Seconds(), form.text.size()});
+  Trace();
+}
+
+void Job::EndStage(const std::string& done) {
+  if (!milestones.empty() && milestones.back().text == form.text) return;
+  findings.stages.push_back({done, form.text.size(), Program(form.text).Size()});
+  milestones.push_back(form);
+}
+
+void Job::Begin(const std::string& stageTitle) {
+  title = stageTitle;
+  ShowProgress();
+}
+
+void Job::ShowProgress(std::size_t bytes) {
+  if (findings.stages.empty()) return;
+  status.Show({title, bytes, findings.stages.front().bytes, workshop.Commands(), settings.jobs});
+}
+
+void Job::Remark(const std::string& sentence) {
+  Say(sentence);
+  findings.notes.push_back(sentence);
+}
+
+void Job::Trace() const {
+  if (settings.trace.empty()) return;
+  std::ofstream trace(settings.trace, std::ios::app);
+  trace << workshop.Seconds() << '\t' << form.text.size() << '\t' << Program(form.text).Size()
+        << '\t' << workshop.Commands() << '\n';
+}
+
+}  // namespace snipwell

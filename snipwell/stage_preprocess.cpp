@@ -1,0 +1,70 @@
+// The first of these forms that fails in the same way: the preprocessed text without line markers,
+// the same as a system header, the same with its markers, the source as it is. Compilers forgive
+// system headers much that they refuse elsewhere, and without markers nothing is known to be one.
+// Where another compiler has to accept the program, its preprocessor is tried too.
+
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include "snipwell/stages.h"
+
+namespace snipwell {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<std::string> PreprocessedBy(Job& job, const CompileCommand& compiler) {
+  const fs::path output = job.workshop.Folder() / "preprocessed";
+  platform::ChildCommand command;
+  command.arguments = PreprocessWords(compiler, job.command.source, output.string(), true);
+  command.folder = compiler.folder;
+  command.environment = compiler.environment;
+  const Compiled compiled = job.workshop.RunToEnd(command);
+  if (!compiled.end.started || compiled.end.signal != 0 || compiled.end.status != 0) return {};
+  return ReadSource(output.string());
+}
+
+bool Take(Job& job, const std::string& text, const MappedText& mapped) {
+  Form next = job.form;
+  next.command = ForPreprocessed(job.command);
+  next.text = text;
+  if (!job.TakeIfItHolds(std::move(next))) return false;
+  job.trail.Start(mapped);
+  job.trail.Follow(text);
+  return true;
+}
+
+bool TakePreprocessedBy(Job& job, const CompileCommand& compiler) {
+  const std::optional<std::string> text = PreprocessedBy(job, compiler);
+  if (!text) return false;
+  const MappedText mapped = WithoutMarkers(*text, job.command.source);
+  return Take(job, mapped.text, mapped) ||
+         Take(job, "# 1 \"" + job.form.name + "\" 3\n" + mapped.text, mapped) ||
+         Take(job, *text, mapped);
+}
+
+/// What stands beside the source is to be found from other folders too.
+void FindBesideSource(Job& job) {
+  if (job.IsTest()) return;
+  const fs::path source = fs::absolute(fs::path(job.command.folder) / job.command.source);
+  const bool isCl =
+      job.command.style == CompilerStyle::Cl || job.command.style == CompilerStyle::ClangCl;
+  job.form.command.arguments.push_back(isCl ? "/I" : "-iquote");
+  job.form.command.arguments.push_back(source.parent_path().string());
+}
+
+}  // namespace
+
+void Preprocess(Job& job) {
+  if (job.command.compiler.empty() || IsPreprocessed(job.command)) return;
+  if (TakePreprocessedBy(job, job.command)) return;
+  for (const CompileCommand& other : job.question.acceptedBy) {
+    if (TakePreprocessedBy(job, other)) return;
+  }
+  FindBesideSource(job);
+  job.Remark("Preprocessed, the program does not fail in the same way: its includes stay.");
+}
+
+}  // namespace snipwell
