@@ -5,6 +5,7 @@ namespace snipwell {
 const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
       {"unused", RemoveUnused},
+      {"bodies", EmptyBodies},
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},
       {"groups unwrapped", UnwrapGroups},
