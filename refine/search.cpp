@@ -6,10 +6,7 @@
 namespace snipwell {
 
 Search::Search(Judge& programJudge, Program start, Accepted onAccepted)
-    : judge(programJudge),
-      program(std::move(start)),
-      accepted(std::move(onAccepted)),
-      size(SizeOf(program, program.Words())) {
+    : judge(programJudge), program(std::move(start)), accepted(std::move(onAccepted)) {
   for (std::size_t place = judge.Places(); place > 0; --place) freePlaces.push_back(place - 1);
 }
 
@@ -25,6 +22,7 @@ bool Search::RunPass(const Pass& pass) {
   passName = pass.name;
   const EditList edits = pass.edits(program, Tree(program));
   Draft draft(program, edits);
+  size = draft.GetSize();
   const std::size_t acceptedBefore = counts.accepted;
   nextEdit = 0;
   for (AskAhead(edits, draft); !open.empty(); AskAhead(edits, draft)) {
@@ -39,22 +37,20 @@ bool Search::RunPass(const Pass& pass) {
   }
   DropAll();
   const bool gained = counts.accepted > acceptedBefore;
-  if (gained) program.SetWords(draft.With(Edit()));
+  if (gained) program.SetWords(draft.Words());
   return gained;
 }
 
 /// Asks about the next edits, as if all that are in flight would fail, until no place is free.
 void Search::AskAhead(const EditList& edits, Draft& draft) {
   for (; nextEdit < edits.Size() && !freePlaces.empty(); ++nextEdit) {
-    const Edit& edit = edits[nextEdit];
-    if (!draft.IsChangedBy(edit)) continue;
-    std::vector<Word> words = draft.With(edit);
-    if (SizeOf(program, words) < size) AskAbout(nextEdit, std::move(words));
+    draft.Make(nextEdit);
+    if (draft.GetSize() < size) AskAbout(nextEdit, draft.Render());
+    draft.Undo();
   }
 }
 
-void Search::AskAbout(std::size_t edit, std::vector<Word> words) {
-  const std::string text = program.Render(words);
+void Search::AskAbout(std::size_t edit, const std::string& text) {
   const std::size_t hash = std::hash<std::string>()(text);
   const bool inFlight =
       std::any_of(open.begin(), open.end(), [hash](const Question& q) { return q.hash == hash; });
@@ -85,16 +81,15 @@ void Search::Reject() {
 
 /// Makes the edit of the first question, and goes on behind it.
 void Search::Accept(const EditList& edits, Draft& draft) {
-  const Edit& edit = edits[open.front().edit];
+  const std::size_t edit = open.front().edit;
   open.pop_front();
   DropAll();
-  draft.Apply(edit);
-  nextEdit = edit.next;
+  draft.Make(edit);
+  size = draft.GetSize();
+  nextEdit = edits.Next(edit);
   ++counts.answered;
   ++counts.accepted;
-  const std::vector<Word> words = draft.With(Edit());
-  size = SizeOf(program, words);
-  accepted(program, program.Render(words));
+  accepted(program, draft.Render());
 }
 
 void Search::DropAll() {

@@ -54,7 +54,7 @@ class Search {
 
   bool RunPass(const Pass& pass);
   void AskAhead(const EditList& edits, Draft& draft);
-  void AskAbout(std::size_t edit, std::vector<Word> words);
+  void AskAbout(std::size_t edit, const std::string& text);
   void AwaitAnswer();
   void Reject();
   void Accept(const EditList& edits, Draft& draft);
