@@ -5,14 +5,27 @@
 
 namespace snipwell {
 
+namespace {
+
+/// True when a program has lost so much that the coarse passes are worth another try.
+bool IsMuchLess(std::size_t now, std::size_t before) {
+  constexpr std::size_t kParts = 4;
+  return now < before - before / kParts;
+}
+
+}  // namespace
+
 Search::Search(Judge& programJudge, Program start, Accepted onAccepted)
     : judge(programJudge), program(std::move(start)), accepted(std::move(onAccepted)) {
   for (std::size_t place = judge.Places(); place > 0; --place) freePlaces.push_back(place - 1);
 }
 
 bool Search::Run(const std::vector<Pass>& passes) {
-  for (std::size_t i = 0; i < passes.size() && !stopped;) {
-    i = RunPass(passes[i]) ? 0 : i + 1;
+  std::size_t next = 0;
+  for (std::size_t idle = 0; idle < passes.size() && !stopped;) {
+    const std::size_t before = program.Size();
+    idle = RunPass(passes[next]) ? 0 : idle + 1;
+    next = IsMuchLess(program.Size(), before) ? 0 : (next + 1) % passes.size();
   }
   return !stopped;
 }
