@@ -1,6 +1,6 @@
 #include "refine/draft.h"
 
-#include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace snipwell {
@@ -17,62 +17,94 @@ std::size_t WeightOf(const Word& word, std::string_view text) {
 
 }  // namespace
 
-Size SizeOf(const Program& program, const std::vector<Word>& words) {
-  Size size = {words.size(), 0};
-  for (const Word& word : words) size.weight += WeightOf(word, program.Text(word));
-  return size;
-}
-
 Draft::Draft(Program& baseProgram, const EditList& passEdits)
-    : program(baseProgram), edits(passEdits), current(baseProgram.Size(), kKept) {}
+    : program(baseProgram), edits(passEdits), states(baseProgram.Size(), kKept) {
+  for (std::uint32_t i = 0; i < states.size(); ++i) size.weight += SizeOf(i).weight;
+  size.tokens = states.size();
+}
 
-std::vector<Word> Draft::With(const Edit& edit) {
-  States states = current;
-  Make(edit, states);
-  std::vector<Word> words;
-  words.reserve(states.size());
-  for (std::size_t i = 0; i < states.size(); ++i) {
-    const Word word = program.Words()[i];
-    if (states[i] == kKept) {
-      words.push_back(word);
-    } else if (states[i] != kGone) {
-      Put(states[i], word, words);
-    }
+void Draft::Make(std::size_t edit) {
+  before.clear();
+  for (const Cut& cut : edits[edit]) {
+    if (!IsLeft(cut.range)) continue;
+    for (std::uint32_t i = cut.range.begin; i < cut.range.end; ++i) Set(i, kGone);
+    if (cut.text == 0) continue;
+    Know(cut.text);
+    Set(cut.range.begin, cut.text);
   }
-  return words;
 }
 
-void Draft::Apply(const Edit& edit) { Make(edit, current); }
-
-bool Draft::IsChangedBy(const Edit& edit) const {
-  return std::any_of(edit.cuts.begin(), edit.cuts.end(),
-                     [this](const Cut& cut) { return IsLeft(current, cut.range); });
+void Draft::Undo() {
+  const auto changes = std::move(before);
+  for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+    Set(change->first, change->second);
+  }
+  before.clear();
 }
 
-bool Draft::IsLeft(const States& states, Range range) {
+bool Draft::IsLeft(Range range) const {
   for (std::uint32_t i = range.begin; i < range.end; ++i) {
     if (states[i] != kGone) return true;
   }
   return false;
 }
 
-void Draft::Make(const Edit& edit, States& states) {
-  for (const Cut& cut : edit.cuts) {
-    if (!IsLeft(states, cut.range)) continue;
-    std::fill(states.begin() + cut.range.begin, states.begin() + cut.range.end, kGone);
-    if (cut.text != 0) states[cut.range.begin] = cut.text;
+void Draft::Set(std::uint32_t index, std::uint32_t state) {
+  if (states[index] == state) return;
+  before.emplace_back(index, states[index]);
+  const Size old = SizeOf(index);
+  states[index] = state;
+  const Size now = SizeOf(index);
+  size = {size.tokens - old.tokens + now.tokens, size.weight - old.weight + now.weight};
+}
+
+/// Of what stands in the place of a word.
+Size Draft::SizeOf(std::uint32_t index) const {
+  const std::uint32_t state = states[index];
+  if (state == kGone) return {};
+  const Word& word = program.Words()[index];
+  if (state == kKept) return {1, WeightOf(word, program.Text(word))};
+  return {texts[state].words.size(), texts[state].weight};
+}
+
+/// Takes a text apart when it is put in for the first time.
+void Draft::Know(std::uint32_t text) {
+  if (texts.size() <= text) texts.resize(text + std::size_t{1});
+  PutText& put = texts[text];
+  if (put.known) return;
+  put.words = program.WordsOf(edits.Text(text));
+  for (const Word& word : put.words) put.weight += WeightOf(word, program.Text(word));
+  put.known = true;
+}
+
+/// Words of texts are as if they had always stood at their place.
+template <typename Take>
+void Draft::EachWord(const Take& take) const {
+  for (std::size_t i = 0; i < states.size(); ++i) {
+    const Word& place = program.Words()[i];
+    if (states[i] == kKept) take(place);
+    if (states[i] == kKept || states[i] == kGone) continue;
+    std::optional<Gap> gap = place.gap;  // of the first one
+    for (Word word : texts[states[i]].words) {
+      word.origin = place.origin;
+      word.gap = gap.value_or(word.gap);
+      gap.reset();
+      take(word);
+    }
   }
 }
 
-/// Appends the words of a text as if they had always stood at this place.
-void Draft::Put(std::uint32_t text, const Word& place, std::vector<Word>& words) {
-  if (texts.size() < text) texts.resize(text);
-  std::vector<Word>& put = texts[text - 1];
-  if (put.empty()) put = program.WordsOf(edits.Text(text));
-  const std::size_t first = words.size();
-  words.insert(words.end(), put.begin(), put.end());
-  for (std::size_t i = first; i < words.size(); ++i) words[i].origin = place.origin;
-  if (first < words.size()) words[first].gap = place.gap;
+std::vector<Word> Draft::Words() const {
+  std::vector<Word> words;
+  words.reserve(size.tokens);
+  EachWord([&](const Word& word) { words.push_back(word); });
+  return words;
+}
+
+std::string Draft::Render() const {
+  Writer writer(program);
+  EachWord([&](const Word& word) { writer.Append(word); });
+  return writer.Take();
 }
 
 }  // namespace snipwell

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "refine/edit.h"
@@ -19,36 +21,47 @@ struct Size {
   }
 };
 
-Size SizeOf(const Program& program, const std::vector<Word>& words);
-
-/// A program during one pass. Edits that held have been made in it, and yet every word keeps its
-/// number, so that the pass's other edits stay good.
+/// A program during one pass. Edits are made in it and taken back, and yet every word keeps its
+/// number, so that the pass's other edits stay good. What an edit costs grows with its cuts only.
 class Draft {
  public:
   /// Borrows both; texts of the edits are put into the program's pool.
   Draft(Program& baseProgram, const EditList& passEdits);
 
-  /// The words after an edit. A cut of which nothing is left does nothing.
-  std::vector<Word> With(const Edit& edit);
-  /// Makes an edit.
-  void Apply(const Edit& edit);
-  /// True when an edit still finds a word to take.
-  bool IsChangedBy(const Edit& edit) const;
+  /// Makes an edit. A cut of which nothing is left does nothing.
+  void Make(std::size_t edit);
+  /// Takes the edit that was made last back; once.
+  void Undo();
+
+  const Size& GetSize() const { return size; }
+  std::vector<Word> Words() const;
+  /// The program's text.
+  std::string Render() const;
 
  private:
   static constexpr std::uint32_t kKept = 0;
   static constexpr std::uint32_t kGone = UINT32_MAX;
   // Anything else is the number of the text that stands in the place of the word.
-  using States = std::vector<std::uint32_t>;
 
-  static bool IsLeft(const States& states, Range range);
-  static void Make(const Edit& edit, States& states);
-  void Put(std::uint32_t text, const Word& place, std::vector<Word>& words);
+  struct PutText {
+    std::vector<Word> words;
+    std::size_t weight = 0;
+    bool known = false;
+  };
+
+  bool IsLeft(Range range) const;
+  void Set(std::uint32_t index, std::uint32_t state);
+  Size SizeOf(std::uint32_t index) const;
+  void Know(std::uint32_t text);
+  template <typename Take>
+  void EachWord(const Take& take) const;
 
   Program& program;
   const EditList& edits;
-  States current;
-  std::vector<std::vector<Word>> texts;  // words of the edits' texts, once they were needed
+  std::vector<std::uint32_t> states;
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> before;  // what the last edit has changed
+  std::vector<PutText> texts;                                   // by number
+  Size size;
 };
 
 }  // namespace snipwell

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "refine/tree.h"
@@ -18,16 +19,26 @@ struct Cut {
 /// One change to a program: all its cuts together. Of words that two of them name the first one
 /// takes.
 struct Edit {
-  std::vector<Cut> cuts;
-  std::size_t next;  ///< the edit to go on with when this one holds; the one behind it otherwise
+  const Cut* first;
+  const Cut* last;
+
+  const Cut* begin() const { return first; }
+  const Cut* end() const { return last; }
 };
 
-/// The edits of one pass in their order. Those between an edit and its `next` are finer ones, which
-/// are there only for when it does not hold.
+/// The edits of one pass in their order. Those between an edit and its `Next` are finer ones, which
+/// are there only for when it does not hold. A large program has millions: an edit takes eight
+/// bytes, and twelve for each of its cuts.
 class EditList {
  public:
-  std::size_t Size() const { return edits.size(); }
-  const Edit& operator[](std::size_t index) const { return edits[index]; }
+  std::size_t Size() const { return places.size(); }
+  /// Good until the next one is added.
+  Edit operator[](std::size_t index) const {
+    const Cut* const all = cuts.data();
+    return {all + (index == 0 ? 0 : places[index - 1].endCut), all + places[index].endCut};
+  }
+  /// The edit to go on with when this one holds; the one behind it otherwise.
+  std::size_t Next(std::size_t index) const { return places[index].next; }
 
   /// The number of a text for cuts.
   std::uint32_t Put(std::string text) {
@@ -38,17 +49,34 @@ class EditList {
 
   /// Adds an edit and returns its index; what is added until `EndFiner` is called with that is
   /// finer.
-  std::size_t Add(std::vector<Cut> cuts) {
-    edits.push_back({std::move(cuts), edits.size() + 1});
-    return edits.size() - 1;
+  std::size_t Add(const std::vector<Cut>& editCuts) {
+    cuts.insert(cuts.end(), editCuts.begin(), editCuts.end());
+    return AddPlace();
   }
-  void EndFiner(std::size_t coarse) { edits[coarse].next = edits.size(); }
+  void EndFiner(std::size_t coarse) {
+    places[coarse].next = static_cast<std::uint32_t>(places.size());
+  }
 
-  void Remove(Range range) { Add({{range}}); }
-  void Replace(Range range, std::uint32_t text) { Add({{range, text}}); }
+  void Remove(Range range) { Replace(range, 0); }
+  void Replace(Range range, std::uint32_t text) {
+    cuts.push_back({range, text});
+    AddPlace();
+  }
 
  private:
-  std::vector<Edit> edits;
+  struct Place {
+    std::uint32_t endCut;
+    std::uint32_t next;
+  };
+
+  std::size_t AddPlace() {
+    const auto next = static_cast<std::uint32_t>(places.size() + 1);
+    places.push_back({static_cast<std::uint32_t>(cuts.size()), next});
+    return places.size() - 1;
+  }
+
+  std::vector<Place> places;
+  std::vector<Cut> cuts;  // of all edits
   std::vector<std::string> texts;
 };
 

@@ -53,11 +53,6 @@ std::vector<Declaration> Declarations(const Program& program, const Tree& tree) 
   return all;
 }
 
-std::string TextOf(const Program& program, Range range) {
-  return program.Render(std::vector<Word>(program.Words().begin() + range.begin,
-                                          program.Words().begin() + range.end));
-}
-
 Range Body(const Tree& tree, const Declaration& declaration) {
   return {declaration.body, tree.Partner(declaration.body) + 1};
 }
@@ -68,7 +63,7 @@ bool Overlap(Range a, Range b) { return a.begin < b.end && b.begin < a.end; }
 void MoveBody(EditList& edits, const Program& program, const Tree& tree, const Declaration& from,
               const Declaration& to) {
   if (Body(tree, from).Size() <= 2 || Overlap(from.item, to.item)) return;
-  const std::uint32_t text = edits.Put(TextOf(program, Body(tree, from)));
+  const std::uint32_t text = edits.Put(program.Render(Body(tree, from)));
   edits.Add({{Body(tree, to), text}, {from.item}});
 }
 
@@ -89,7 +84,7 @@ EditList MergeDeclarations(const Program& program, const Tree& tree) {
     if (one.name == Tree::kNone) continue;
     const auto [first, isNew] = declared.emplace(program.Text(one.name), one.item);
     if (isNew || one.body == Tree::kNone || Overlap(first->second, one.item)) continue;
-    edits.Add({{first->second, edits.Put(TextOf(program, one.item))}, {one.item}});
+    edits.Add({{first->second, edits.Put(program.Render(one.item))}, {one.item}});
   }
   return edits;
 }

@@ -16,10 +16,12 @@ const std::vector<Pass>& Passes() {
       {"brackets", RemoveBrackets},
       {"values", PlainValues},
       {"types", PlainTypes},
+      {"inlining", InlineNames},
       {"declarations", MergeDeclarations},
       {"bodies", MoveBodies},
       {"other types", ReplaceTypes},
       {"short names", ShortNames},
+      {"pairs", RemovePairs},
   };
   return passes;
 }

@@ -44,15 +44,21 @@ EditList PlainTypes(const Program& program, const Tree& tree);
 EditList RemoveParameters(const Program& program, const Tree& tree);
 /// template <class T> T f(); f<int>();  ->  T f(); f();
 EditList RemoveTemplateHeads(const Program& program, const Tree& tree);
-/// a::b c(a::d);  ->  b c(d);  and  F(a) F(b)  ->  nothing
+/// int a; int b = a; a = b;  ->  int b;  and  a::b c(a::d);  ->  b c(d);
+/// F(a) F(b) c  ->  c                    and  int *a; a->b;  ->  int a; a.b;
 EditList RemoveEverywhere(const Program& program, const Tree& tree);
 
+/// typedef int A; A a = 1; f(a);  ->  int a = 1; f(a);  ->  f(1);
+EditList InlineNames(const Program& program, const Tree& tree);
 /// struct A; int a; struct A {};  ->  struct A {}; int a;
 EditList MergeDeclarations(const Program& program, const Tree& tree);
 /// void f() {} void g() { h(); }  ->  void f() { h(); }
 EditList MoveBodies(const Program& program, const Tree& tree);
 /// struct A {}; struct B {}; B b;  ->  struct A {}; A b;
 EditList ReplaceTypes(const Program& program, const Tree& tree);
+
+/// struct A *a; a->b;  ->  struct A a; a.b;
+EditList RemovePairs(const Program& program, const Tree& tree);
 
 /// counter = count_of(elements)  ->  a = b(c)
 EditList ShortNames(const Program& program, const Tree& tree);

@@ -26,6 +26,10 @@ bool ClosesTwice(const Word& word, std::string_view text) {
   return word.kind == TokenKind::Punctuator && text.size() > 1 && text.substr(0, 2) == ">>";
 }
 
+bool StoodTogether(const Word& left, const Word& right) {
+  return left.begin + left.length == right.begin;
+}
+
 }  // namespace
 
 bool MergeWhenJoined(std::string_view left, std::string_view right) {
@@ -71,38 +75,41 @@ std::vector<Word> Program::WordsOf(std::string_view text) {
   return put;
 }
 
+std::string Program::Render(Range range) const {
+  Writer writer(*this);
+  for (std::uint32_t i = range.begin; i < range.end; ++i) writer.Append(words[i]);
+  return writer.Take();
+}
+
+std::string Program::Render() const { return Render({0, static_cast<std::uint32_t>(Size())}); }
+
+void Writer::Append(const Word& word) {
+  if (inDirective && program.blanks == Blanks::Needed) {
+    // Here a blank can tell a macro's parameters from its text.
+    if (word.gap != Gap::None) text += ' ';
+  } else {
+    AppendGap(word);
+  }
+  text.append(program.pool, word.begin, word.length);
+  if (word.kind == TokenKind::DirectiveStart) inDirective = true;
+  if (word.kind == TokenKind::DirectiveEnd) inDirective = false;
+  before = word;
+}
+
 /// Writes what parts a word from the one before it.
-void Program::AppendGap(const Word* before, const Word& word, std::string& text) const {
+void Writer::AppendGap(const Word& word) {
   const std::size_t written = text.size();
   const bool atLineStart = text.empty() || text.back() == '\n';
-  if (blanks == Blanks::AsWritten) {
-    text.append(pool, word.blank, word.begin - word.blank);
+  if (program.blanks == Blanks::AsWritten) {
+    text.append(program.pool, word.blank, word.begin - word.blank);
   } else if ((word.gap == Gap::Line || word.kind == TokenKind::DirectiveStart) && !atLineStart) {
     // A stray backslash, which a comment parted from the line's end, stays one.
     text += text.back() == '\\' ? "/**/\n" : "\n";
   }
-  if (before == nullptr || atLineStart || text.size() > written) return;
-  const bool neighbours = before->begin + before->length == word.begin;
-  if (!neighbours && MergeWhenJoined(Text(*before), Text(word))) text += ' ';
-}
-
-std::string Program::Render(const std::vector<Word>& some) const {
-  std::string text;
-  const Word* before = nullptr;
-  bool inDirective = false;
-  for (const Word& word : some) {
-    if (inDirective && blanks == Blanks::Needed) {
-      // Here a blank can tell a macro's parameters from its text.
-      if (word.gap != Gap::None) text += ' ';
-    } else {
-      AppendGap(before, word, text);
-    }
-    text.append(pool, word.begin, word.length);
-    if (word.kind == TokenKind::DirectiveStart) inDirective = true;
-    if (word.kind == TokenKind::DirectiveEnd) inDirective = false;
-    before = &word;
+  if (before && !atLineStart && text.size() == written && !StoodTogether(*before, word) &&
+      MergeWhenJoined(program.Text(*before), program.Text(word))) {
+    text += ' ';
   }
-  return text;
 }
 
 }  // namespace snipwell

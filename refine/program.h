@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +23,14 @@ struct Word {
   std::uint32_t origin;  ///< byte of the first source at which it, or what it replaces, stood
   TokenKind kind;
   Gap gap;
+};
+
+/// Words `begin` to `end` - 1 of a program.
+struct Range {
+  std::uint32_t begin;
+  std::uint32_t end;
+
+  std::uint32_t Size() const { return end - begin; }
 };
 
 /// How the blanks of a text are written.
@@ -48,18 +57,38 @@ class Program {
   std::vector<Word> WordsOf(std::string_view text);
   void SetWords(std::vector<Word> newWords) { words = std::move(newWords); }
 
-  /// The text of these words of this program. Tokens that no blank parted stay together; others
-  /// are parted where they would be read as one.
-  std::string Render(const std::vector<Word>& some) const;
-  std::string Render() const { return Render(words); }
+  /// The text of some of this program's words.
+  std::string Render(Range range) const;
+  std::string Render() const;
 
  private:
+  friend class Writer;
+
   void AppendWords(std::uint32_t from, std::vector<Word>& to) const;
-  void AppendGap(const Word* before, const Word& word, std::string& text) const;
 
   std::string pool;
   std::vector<Word> words;
   Blanks blanks;
+};
+
+/// Writes words of a program, one after the other. Tokens that no blank parted stay together;
+/// others are parted where they would be read as one.
+class Writer {
+ public:
+  /// Borrows the program.
+  explicit Writer(const Program& wholeProgram) : program(wholeProgram) {}
+
+  void Append(const Word& word);
+  /// What was written.
+  std::string Take() { return std::move(text); }
+
+ private:
+  void AppendGap(const Word& word);
+
+  const Program& program;
+  std::string text;
+  std::optional<Word> before;
+  bool inDirective = false;
 };
 
 /// True when two tokens that stand side by side without a blank may be read as others.

@@ -38,6 +38,8 @@ void References::AddItem(Range item) {
   const auto first = static_cast<std::uint32_t>(units.size());
   const auto list = listAt.find(body + 1);
   if (list != listAt.end()) AddUnits(*list->second);
+  // One that says that all namespaces of its name are inline stays.
+  if (program.Text(item.begin) == "inline") return;
   containers.push_back({item, first, static_cast<std::uint32_t>(units.size())});
 }
 
@@ -156,7 +158,7 @@ std::vector<Range> References::Without(const std::vector<bool>& staying) const {
   for (const Container& container : containers) {
     const auto begin = staying.begin() + container.firstUnit;
     const auto end = staying.begin() + container.endUnit;
-    if (std::find(begin, end, true) == end) gone.push_back(container.item);
+    if (begin != end && std::find(begin, end, true) == end) gone.push_back(container.item);
   }
   return gone;
 }

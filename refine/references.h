@@ -25,7 +25,7 @@ class References {
   /// `first` to `last`, and these roots.
   std::vector<bool> UsedWithout(std::size_t first, std::size_t last) const;
   /// The words to take out so that just the units with a mark stay. Namespaces of which nothing
-  /// stays go too.
+  /// stays go too, but not those that held nothing from the start.
   std::vector<Range> Without(const std::vector<bool>& staying) const;
 
  private:

@@ -5,17 +5,27 @@
 
 namespace snipwell {
 
+namespace {
+
+/// True when a program has lost so much that the coarse passes are worth another try.
+bool IsMuchLess(std::size_t now, std::size_t before) {
+  constexpr std::size_t kParts = 4;
+  return now < before - before / kParts;
+}
+
+}  // namespace
+
 Search::Search(Judge& programJudge, Program start, Accepted onAccepted)
-    : judge(programJudge),
-      program(std::move(start)),
-      accepted(std::move(onAccepted)),
-      size(SizeOf(program, program.Words())) {
+    : judge(programJudge), program(std::move(start)), accepted(std::move(onAccepted)) {
   for (std::size_t place = judge.Places(); place > 0; --place) freePlaces.push_back(place - 1);
 }
 
 bool Search::Run(const std::vector<Pass>& passes) {
-  for (std::size_t i = 0; i < passes.size() && !stopped;) {
-    i = RunPass(passes[i]) ? 0 : i + 1;
+  std::size_t next = 0;
+  for (std::size_t idle = 0; idle < passes.size() && !stopped;) {
+    const std::size_t before = program.Size();
+    idle = RunPass(passes[next]) ? 0 : idle + 1;
+    next = IsMuchLess(program.Size(), before) ? 0 : (next + 1) % passes.size();
   }
   return !stopped;
 }
@@ -25,6 +35,7 @@ bool Search::RunPass(const Pass& pass) {
   passName = pass.name;
   const EditList edits = pass.edits(program, Tree(program));
   Draft draft(program, edits);
+  size = draft.GetSize();
   const std::size_t acceptedBefore = counts.accepted;
   nextEdit = 0;
   for (AskAhead(edits, draft); !open.empty(); AskAhead(edits, draft)) {
@@ -39,22 +50,20 @@ bool Search::RunPass(const Pass& pass) {
   }
   DropAll();
   const bool gained = counts.accepted > acceptedBefore;
-  if (gained) program.SetWords(draft.With(Edit()));
+  if (gained) program.SetWords(draft.Words());
   return gained;
 }
 
 /// Asks about the next edits, as if all that are in flight would fail, until no place is free.
 void Search::AskAhead(const EditList& edits, Draft& draft) {
   for (; nextEdit < edits.Size() && !freePlaces.empty(); ++nextEdit) {
-    const Edit& edit = edits[nextEdit];
-    if (!draft.IsChangedBy(edit)) continue;
-    std::vector<Word> words = draft.With(edit);
-    if (SizeOf(program, words) < size) AskAbout(nextEdit, std::move(words));
+    draft.Make(nextEdit);
+    if (draft.GetSize() < size) AskAbout(nextEdit, draft.Render());
+    draft.Undo();
   }
 }
 
-void Search::AskAbout(std::size_t edit, std::vector<Word> words) {
-  const std::string text = program.Render(words);
+void Search::AskAbout(std::size_t edit, const std::string& text) {
   const std::size_t hash = std::hash<std::string>()(text);
   const bool inFlight =
       std::any_of(open.begin(), open.end(), [hash](const Question& q) { return q.hash == hash; });
@@ -85,16 +94,15 @@ void Search::Reject() {
 
 /// Makes the edit of the first question, and goes on behind it.
 void Search::Accept(const EditList& edits, Draft& draft) {
-  const Edit& edit = edits[open.front().edit];
+  const std::size_t edit = open.front().edit;
   open.pop_front();
   DropAll();
-  draft.Apply(edit);
-  nextEdit = edit.next;
+  draft.Make(edit);
+  size = draft.GetSize();
+  nextEdit = edits.Next(edit);
   ++counts.answered;
   ++counts.accepted;
-  const std::vector<Word> words = draft.With(Edit());
-  size = SizeOf(program, words);
-  accepted(program, program.Render(words));
+  accepted(program, draft.Render());
 }
 
 void Search::DropAll() {

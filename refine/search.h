@@ -35,7 +35,8 @@ class Search {
   /// Borrows the judge. `start` must be interesting.
   Search(Judge& programJudge, Program start, Accepted onAccepted);
 
-  /// Runs the passes until none of them gains anything. False when the judge has stopped it.
+  /// Runs the passes, one after the other and round again, until none of them gains anything. One
+  /// that gains much is followed by the first. False when the judge has stopped it.
   bool Run(const std::vector<Pass>& passes);
 
   const Program& Result() const { return program; }
@@ -54,7 +55,7 @@ class Search {
 
   bool RunPass(const Pass& pass);
   void AskAhead(const EditList& edits, Draft& draft);
-  void AskAbout(std::size_t edit, std::vector<Word> words);
+  void AskAbout(std::size_t edit, const std::string& text);
   void AwaitAnswer();
   void Reject();
   void Accept(const EditList& edits, Draft& draft);

@@ -198,7 +198,8 @@ class Items {
       if (KeepsBraces(text, at)) goesOnBehindBraces = true;
       // What returns a class is a function, whose body ends it.
       if (text == "(" && NamesType(program.Text(begin))) goesOnBehindBraces = false;
-      if (text == "{" && tree.Opens(at) && !goesOnBehindBraces && !GoesOnAt(next, end)) {
+      if (text == "{" && tree.Opens(at) && !goesOnBehindBraces && !IsRequirement(begin, at) &&
+          !GoesOnAt(next, end)) {
         return next;
       }
     }
@@ -219,6 +220,15 @@ class Items {
     if (at >= end) return false;
     const std::string_view text = program.Text(at);
     return text == ";" || text == "," || text == "(" || text == ")" || text == "{" || text == ".";
+  }
+
+  /// True at the brace in "template <class T> requires requires(T t) { t + 1; } int f();".
+  bool IsRequirement(std::uint32_t begin, std::uint32_t at) const {
+    if (at < begin + 2) return false;
+    if (program.Text(at - 1) == "requires") return true;
+    const std::uint32_t before = tree.Previous(at);
+    return program.Text(at - 1) == ")" && before >= begin + 2 &&
+           program.Text(before - 1) == "requires" && program.Text(before - 2) == "requires";
   }
 
   /// True at the colon of "public:" and "case 1:".

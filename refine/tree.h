@@ -9,14 +9,6 @@
 
 namespace snipwell {
 
-/// Words `begin` to `end` - 1 of a program.
-struct Range {
-  std::uint32_t begin;
-  std::uint32_t end;
-
-  std::uint32_t Size() const { return end - begin; }
-};
-
 /// What a pair of brackets holds, or the file, or a part of an item that commas divide.
 struct List {
   Range inside;              ///< without the brackets

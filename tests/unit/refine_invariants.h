@@ -32,6 +32,14 @@ inline std::vector<std::string> TextsOf(const Program& program, const std::vecto
   return texts;
 }
 
+/// The texts of the words of a draft, and one more when its size is wrong.
+inline std::vector<std::string> TextsOf(const Program& program, const Draft& draft) {
+  std::vector<std::string> texts;
+  for (const Word& word : draft.Words()) texts.emplace_back(program.Text(word));
+  if (draft.GetSize().tokens != texts.size()) texts.push_back("(its size is wrong)");
+  return texts;
+}
+
 /// What is wrong with how a text is written anew, or "".
 inline std::string ComplaintAboutRendering(const std::string& text) {
   // Blanks and comments behind the last word belong to none.
@@ -76,13 +84,16 @@ inline std::string ComplaintAboutTree(const Program& program, const Tree& tree) 
 /// What is wrong with the edits of a pass, or "": each must leave, in their order, just the words
 /// that no cut names, and what its texts put in their places.
 inline std::string ComplaintAboutEdits(Program& program, const EditList& edits) {
+  Draft draft(program, edits);
+  const std::vector<std::string> whole = TextsOf(program, draft);
   for (std::size_t number = 0; number < edits.Size(); ++number) {
-    const Edit& edit = edits[number];
-    if (edit.next <= number || edit.next > edits.Size()) return "an edit is followed by none";
+    const Edit edit = edits[number];
+    const std::size_t next = edits.Next(number);
+    if (next <= number || next > edits.Size()) return "an edit is followed by none";
     std::vector<std::string> expected;
     for (std::uint32_t i = 0; i < program.Size(); ++i) {
       const Cut* taker = nullptr;
-      for (const Cut& cut : edit.cuts) {
+      for (const Cut& cut : edit) {
         if (cut.range.end > program.Size()) return "a cut is not in the program";
         if (taker == nullptr && cut.range.begin <= i && i < cut.range.end) taker = &cut;
       }
@@ -92,10 +103,10 @@ inline std::string ComplaintAboutEdits(Program& program, const EditList& edits) 
       const Program put(text);
       for (const Word& word : put.Words()) expected.emplace_back(put.Text(word));
     }
-    Draft draft(program, edits);
-    std::vector<std::string> texts;
-    for (const Word& word : draft.With(edit)) texts.emplace_back(program.Text(word));
-    if (texts != expected) return "an edit takes other words than it names";
+    draft.Make(number);
+    if (TextsOf(program, draft) != expected) return "an edit takes other words than it names";
+    draft.Undo();
+    if (TextsOf(program, draft) != whole) return "an edit is not taken back";
   }
   return "";
 }

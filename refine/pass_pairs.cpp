@@ -1,0 +1,60 @@
+// Two small edits that each lose the failure may hold together: "struct a *b; b->c;" becomes
+// "struct a b; b.c;". When few words are left every two of them are tried, the closest first; of
+// more words only so many.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "refine/passes.h"
+
+namespace snipwell {
+
+namespace {
+
+constexpr std::size_t kMostWords = 100;
+constexpr std::size_t kMostPairs = 1500;
+
+using Cuts = std::vector<Cut>;
+
+/// The small edits at one word: it, or the group that it opens, what the group holds, its brackets.
+void AddSingles(std::vector<Cuts>& singles, const Program& program, const Tree& tree,
+                std::uint32_t at, std::uint32_t dot) {
+  const std::uint32_t next = tree.Next(at);
+  if (tree.Closes(at) && tree.Partner(at) != Tree::kNone) return;
+  singles.push_back({{{at, next}}});
+  if (program.Text(at) == "->") singles.push_back({{{at, next}, dot}});
+  if (!tree.Opens(at)) return;
+  if (next > at + 2) singles.push_back({{{at + 1, next - 1}}});
+  singles.push_back({{{at, at + 1}}, {{next - 1, next}}});
+}
+
+bool Overlap(const Cuts& left, const Cuts& right) {
+  return std::any_of(left.begin(), left.end(), [&](const Cut& a) {
+    return std::any_of(right.begin(), right.end(), [&](const Cut& b) {
+      return a.range.begin < b.range.end && b.range.begin < a.range.end;
+    });
+  });
+}
+
+}  // namespace
+
+EditList RemovePairs(const Program& program, const Tree& tree) {
+  EditList edits;
+  if (program.Size() > kMostWords) return edits;
+  const std::uint32_t dot = edits.Put(".");
+  std::vector<Cuts> singles;
+  for (std::uint32_t i = 0; i < program.Size(); ++i) AddSingles(singles, program, tree, i, dot);
+  for (std::size_t distance = 1; distance < singles.size(); ++distance) {
+    for (std::size_t i = singles.size(); i-- > distance && edits.Size() < kMostPairs;) {
+      Cuts cuts = singles[i - distance];
+      if (Overlap(cuts, singles[i])) continue;
+      cuts.insert(cuts.end(), singles[i].begin(), singles[i].end());
+      edits.Add(cuts);
+    }
+  }
+  return edits;
+}
+
+}  // namespace snipwell
