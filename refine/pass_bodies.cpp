@@ -1,47 +1,113 @@
 // The bodies of functions in halves, all of them first: few are ever needed, and what they use is
-// used no more.
+// used no more. A declaration is left, for a function without a value to return can be an error.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
+#include "refine/names.h"
 #include "refine/passes.h"
 
 namespace snipwell {
 
 namespace {
 
-/// True for a brace that follows the head of a function.
-bool OpensBody(const Program& program, const Tree& tree, std::uint32_t index) {
-  if (index == 0 || !tree.Opens(index) || program.Text(index) != "{") return false;
-  const std::string_view before = program.Text(index - 1);
-  return before == ")" || before == "const" || before == "noexcept" || before == "override" ||
-         before == "final";
-}
+class BodySearch {
+ public:
+  BodySearch(const Program& wholeProgram, const Tree& wholeTree)
+      : program(wholeProgram), tree(wholeTree) {}
 
-/// What the outermost of such braces hold.
-std::vector<Range> Bodies(const Program& program, const Tree& tree) {
-  std::vector<Range> bodies;
-  for (std::uint32_t i = 0; i < program.Size(); ++i) {
-    if (!OpensBody(program, tree, i)) continue;
-    if (tree.Partner(i) > i + 1) bodies.push_back({i + 1, tree.Partner(i)});
-    i = tree.Partner(i);
+  /// Cuts that leave declarations, in the order in which they begin: of a body, with the
+  /// initialisers in front of it, or of a whole member that is defined outside of its class, where
+  /// none can be declared. `end` is the text that ends a declaration. `evaluated` chooses those
+  /// that compilers may look into for a constant or a type, or the others.
+  std::vector<Cut> Cuts(std::uint32_t end, bool evaluated) const {
+    std::vector<Cut> cuts;
+    for (const List& list : tree.Lists()) {
+      if (list.commas) continue;
+      for (const Range item : list.items) {
+        if (IsEvaluated(item) == evaluated) AddCut(item, end, cuts);
+      }
+    }
+    std::sort(cuts.begin(), cuts.end(),
+              [](const Cut& a, const Cut& b) { return a.range.begin < b.range.begin; });
+    return cuts;
   }
-  return bodies;
+
+ private:
+  bool IsEvaluated(Range item) const {
+    for (std::uint32_t at = item.begin; at < item.end; at = tree.Next(at)) {
+      const std::string_view text = program.Text(at);
+      if (text == "constexpr" || text == "consteval" || text == "auto") return true;
+    }
+    return false;
+  }
+
+  void AddCut(Range item, std::uint32_t end, std::vector<Cut>& cuts) const {
+    const std::uint32_t parameters = Parameters(item);
+    if (parameters == item.end || program.Text(item.end - 1) != "}") return;
+    if (IsMember(parameters)) {
+      cuts.push_back({item});
+      return;
+    }
+    for (std::uint32_t at = parameters; at < item.end; at = tree.Next(at)) {
+      const std::string_view text = program.Text(at);
+      if (text == "=") return;
+      if (text != ":" && text != "{") continue;
+      cuts.push_back({{at, item.end}, end});
+      return;
+    }
+  }
+
+  /// The bracket that opens a function's parameters; the end of an item that is no function.
+  std::uint32_t Parameters(Range item) const {
+    bool isOperator = false;
+    for (std::uint32_t at = item.begin; at < item.end; at = tree.Next(at)) {
+      const std::string_view text = program.Text(at);
+      const bool named = at > item.begin && IsName(at - 1);
+      if (text == "(" && tree.Opens(at) && (named || isOperator)) return at;
+      if (text == "{" || (text == "=" && !isOperator)) return item.end;
+      isOperator = isOperator || text == "operator";
+    }
+    return item.end;
+  }
+
+  /// True when the function's name has a class in front of it.
+  bool IsMember(std::uint32_t parameters) const {
+    constexpr std::uint32_t kLongestName = 4;  // "X::operator[]"
+    for (std::uint32_t back = 2; back <= kLongestName && back <= parameters; ++back) {
+      if (program.Text(parameters - back) == "::") return true;
+      if (IsName(parameters - 1) && program.Text(parameters - back) != "~") return false;
+    }
+    return false;
+  }
+
+  bool IsName(std::uint32_t index) const {
+    return program.Words()[index].kind == TokenKind::Name && !IsKeyword(program.Text(index));
+  }
+
+  const Program& program;
+  const Tree& tree;
+};
+
+void AddHalvedCuts(EditList& edits, const std::vector<Cut>& all) {
+  if (all.empty()) return;
+  AddHalved(edits, 0, all.size() - 1, [&](std::size_t first, std::size_t last) {
+    const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
+    return std::vector<Cut>(begin, begin + static_cast<std::ptrdiff_t>(last - first + 1));
+  });
 }
 
 }  // namespace
 
-EditList EmptyBodies(const Program& program, const Tree& tree) {
+EditList RemoveBodies(const Program& program, const Tree& tree) {
   EditList edits;
-  const std::vector<Range> bodies = Bodies(program, tree);
-  if (bodies.empty()) return edits;
-  AddHalved(edits, 0, bodies.size() - 1, [&bodies](std::size_t first, std::size_t last) {
-    std::vector<Cut> cuts;
-    for (std::size_t i = first; i <= last; ++i) cuts.push_back({bodies[i]});
-    return cuts;
-  });
+  const std::uint32_t end = edits.Put(";");
+  const BodySearch search(program, tree);
+  AddHalvedCuts(edits, search.Cuts(end, false));
+  AddHalvedCuts(edits, search.Cuts(end, true));
   return edits;
 }
 

@@ -13,8 +13,8 @@ namespace snipwell {
 
 namespace {
 
-// Each edit takes a walk over the whole program.
-constexpr std::size_t kMostGroups = 32;
+// Each edit takes a walk over all that uses something.
+constexpr std::size_t kMostGroups = 256;
 
 std::vector<Cut> CutsOf(const std::vector<Range>& ranges) {
   std::vector<Cut> cuts;

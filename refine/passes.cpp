@@ -4,8 +4,8 @@ namespace snipwell {
 
 const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
+      {"bodies", RemoveBodies},
       {"unused", RemoveUnused},
-      {"bodies", EmptyBodies},
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},
       {"groups unwrapped", UnwrapGroups},
@@ -18,7 +18,7 @@ const std::vector<Pass>& Passes() {
       {"types", PlainTypes},
       {"inlining", InlineNames},
       {"declarations", MergeDeclarations},
-      {"bodies", MoveBodies},
+      {"other bodies", MoveBodies},
       {"other types", ReplaceTypes},
       {"short names", ShortNames},
       {"pairs", RemovePairs},

@@ -22,8 +22,8 @@ const std::vector<Pass>& Passes();
 
 /// void f(); void g() { f(); } void h();  ->  void h();
 EditList RemoveUnused(const Program& program, const Tree& tree);
-/// int f() { return 1; } int g() { return 2; }  ->  int f() {} int g() {}
-EditList EmptyBodies(const Program& program, const Tree& tree);
+/// int f() { return 1; } int g() { return 2; }  ->  int f(); int g();
+EditList RemoveBodies(const Program& program, const Tree& tree);
 /// int a; int b; int c;  ->  int b;
 EditList RemoveItems(const Program& program, const Tree& tree);
 /// int f(int a) { return a; }  ->  int f() {}  or  int f(int a);

@@ -1,8 +1,6 @@
 #include "refine/references.h"
 
 #include <algorithm>
-#include <set>
-#include <utility>
 
 #include "refine/names.h"
 
@@ -21,6 +19,7 @@ References::References(const Program& wholeProgram, const Tree& wholeTree)
   for (const List& list : tree.Lists()) listAt.emplace(list.inside.begin, &list);
   if (!tree.Lists().empty()) AddUnits(tree.Lists().front());
   Declare();
+  FindUses();
   FindRoots();
 }
 
@@ -38,6 +37,7 @@ void References::AddItem(Range item) {
   const auto first = static_cast<std::uint32_t>(units.size());
   const auto list = listAt.find(body + 1);
   if (list != listAt.end()) AddUnits(*list->second);
+  if (body > item.begin) namespaces.insert(program.Text(body - 1));
   // One that says that all namespaces of its name are inline stays.
   if (program.Text(item.begin) == "inline") return;
   containers.push_back({item, first, static_cast<std::uint32_t>(units.size())});
@@ -60,30 +60,61 @@ std::uint32_t References::ContainerBody(Range item) const {
 void References::Declare() {
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
     for (const std::string_view name : DeclaredNames(units[unit])) {
-      std::vector<std::uint32_t>& all = declarers[name];
+      const auto number = static_cast<std::uint32_t>(declarers.size());
+      const auto [known, isNew] = numbers.emplace(name, number);
+      if (isNew) declarers.emplace_back();
+      std::vector<std::uint32_t>& all = declarers[known->second];
       if (all.empty() || all.back() != unit) all.push_back(unit);
     }
   }
 }
 
-/// The names that a unit may be used by; more than it declares do no harm. A name at the unit's
-/// own level declares when what is behind it begins parameters, a body, a value or the next one.
+/// True when a word of the unit's own level has this text.
+bool References::Holds(Range unit, std::string_view text) const {
+  for (std::uint32_t at = unit.begin; at < unit.end; at = tree.Next(at)) {
+    if (program.Text(at) == text) return true;
+  }
+  return false;
+}
+
+/// True when parameters follow a name before anything that only types and values have. What brings
+/// a name in from elsewhere ("using a::f;") is taken for a function too.
+bool References::IsFunction(Range unit) const {
+  if (program.Text(unit.begin) == "using") return !Holds(unit, "=");
+  for (std::uint32_t at = unit.begin; at < unit.end; at = tree.Next(at)) {
+    const std::string_view text = program.Text(at);
+    if (IsOneOf(text,
+                {"class", "struct", "union", "enum", "typedef", "using", "concept", "=", "{"})) {
+      return false;
+    }
+    if (text == "operator") return true;
+    if (text == "(" && at > unit.begin && !IsKeyword(program.Text(at - 1))) return true;
+  }
+  return false;
+}
+
+/// The names that a unit may be used by; more than it declares do no harm. A function has none,
+/// but one that is a member stays with its class.
 std::vector<std::string_view> References::DeclaredNames(Range unit) const {
   std::vector<std::string_view> names;
+  const bool isFunction = IsFunction(unit);
   bool isEnum = false;
   for (std::uint32_t at = unit.begin; at < unit.end; at = tree.Next(at)) {
     const std::string_view text = program.Text(at);
-    if (text == "operator" && at + 1 < unit.end) return {program.Text(at + 1)};
     isEnum = isEnum || text == "enum";
     if (isEnum && text == "{" && tree.Opens(at)) AddNames({at, tree.Partner(at)}, names);
     if (IsOneOf(text, {"(", "=", ":"}) && !names.empty()) break;
-    if (Declares(at, unit.end)) names.push_back(NameFor(at));
+    if (!Declares(at, unit.end)) continue;
+    const std::string_view name = NameFor(at);
+    if (!isFunction || name != program.Text(at)) names.push_back(name);
+    if (isFunction) return names;
   }
-  if (names.empty()) AddNames(unit, names);
+  if (names.empty() && !isFunction) AddNames(unit, names);
   return names;
 }
 
 bool References::Declares(std::uint32_t at, std::uint32_t end) const {
+  if (program.Text(at) == "operator") return true;
   if (program.Words()[at].kind != TokenKind::Name || IsKeyword(program.Text(at))) return false;
   std::uint32_t next = at + 1;
   if (next < end && tree.Opens(next) && program.Text(next) == "<") next = tree.Next(next);
@@ -91,12 +122,17 @@ bool References::Declares(std::uint32_t at, std::uint32_t end) const {
          IsOneOf(program.Text(next), {"(", "{", ";", "=", ":", ",", "[", "final", "__attribute__"});
 }
 
-/// The name itself, or for "a::b" and "a<b>::c", which define members, the "a" before it.
+/// The name itself, or of "a::b" and "a<b>::c", which define members, the first that is no
+/// namespace.
 std::string_view References::NameFor(std::uint32_t at) const {
-  if (at < 2 || program.Text(at - 1) != "::") return program.Text(at);
-  std::uint32_t before = tree.Previous(at - 1);
-  if (program.Text(before) == "<" && before > 0) --before;
-  return program.Text(before);
+  std::string_view name = program.Text(at);
+  while (at >= 2 && program.Text(at - 1) == "::") {
+    at = tree.Previous(at - 1);
+    if (at > 0 && program.Text(at) == "<") --at;
+    if (program.Words()[at].kind != TokenKind::Name) break;
+    if (namespaces.count(program.Text(at)) == 0) name = program.Text(at);
+  }
+  return name;
 }
 
 void References::AddNames(Range range, std::vector<std::string_view>& names) const {
@@ -106,20 +142,27 @@ void References::AddNames(Range range, std::vector<std::string_view>& names) con
   }
 }
 
-bool References::IsDeclaredBy(std::string_view name, std::uint32_t unit) const {
-  const auto found = declarers.find(name);
-  return found != declarers.end() &&
-         std::binary_search(found->second.begin(), found->second.end(), unit);
+void References::FindUses() {
+  uses.resize(units.size());
+  std::vector<std::uint32_t> lastUser(declarers.size(), UINT32_MAX);
+  for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
+    for (std::uint32_t at = units[unit].begin; at < units[unit].end; ++at) {
+      const auto name = numbers.find(program.Text(at));
+      if (name == numbers.end() || lastUser[name->second] == unit) continue;
+      lastUser[name->second] = unit;
+      uses[unit].push_back(name->second);
+    }
+  }
 }
 
 /// A unit that declares a name as well does not use the others that do: they stay or go together.
 void References::FindRoots() {
   std::vector<bool> used(units.size(), false);
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    for (std::uint32_t at = units[unit].begin; at < units[unit].end; ++at) {
-      const auto found = declarers.find(program.Text(at));
-      if (found == declarers.end() || IsDeclaredBy(found->first, unit)) continue;
-      for (const std::uint32_t declarer : found->second) used[declarer] = true;
+    for (const std::uint32_t name : uses[unit]) {
+      const std::vector<std::uint32_t>& all = declarers[name];
+      if (std::binary_search(all.begin(), all.end(), unit)) continue;
+      for (const std::uint32_t declarer : all) used[declarer] = true;
     }
   }
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
@@ -129,6 +172,7 @@ void References::FindRoots() {
 
 std::vector<bool> References::UsedWithout(std::size_t first, std::size_t last) const {
   std::vector<bool> staying(units.size(), false);
+  std::vector<bool> seen(declarers.size(), false);
   std::vector<std::uint32_t> waiting;
   const auto keep = [&](std::uint32_t unit) {
     if (!staying[unit]) waiting.push_back(unit);
@@ -137,14 +181,13 @@ std::vector<bool> References::UsedWithout(std::size_t first, std::size_t last) c
   for (std::size_t i = 0; i < roots.size(); ++i) {
     if (i < first || i > last) keep(roots[i]);
   }
-  std::set<std::string_view> seen;
   while (!waiting.empty()) {
-    const Range unit = units[waiting.back()];
+    const std::uint32_t unit = waiting.back();
     waiting.pop_back();
-    for (std::uint32_t at = unit.begin; at < unit.end; ++at) {
-      const auto found = declarers.find(program.Text(at));
-      if (found == declarers.end() || !seen.insert(found->first).second) continue;
-      for (const std::uint32_t declarer : found->second) keep(declarer);
+    for (const std::uint32_t name : uses[unit]) {
+      if (seen[name]) continue;
+      seen[name] = true;
+      for (const std::uint32_t declarer : declarers[name]) keep(declarer);
     }
   }
   return staying;
@@ -153,7 +196,12 @@ std::vector<bool> References::UsedWithout(std::size_t first, std::size_t last) c
 std::vector<Range> References::Without(const std::vector<bool>& staying) const {
   std::vector<Range> gone;
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    if (!staying[unit]) gone.push_back(units[unit]);
+    if (staying[unit]) continue;
+    if (!gone.empty() && gone.back().end == units[unit].begin) {
+      gone.back().end = units[unit].end;
+    } else {
+      gone.push_back(units[unit]);
+    }
   }
   for (const Container& container : containers) {
     const auto begin = staying.begin() + container.firstUnit;

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "refine/program.h"
@@ -12,8 +14,9 @@ namespace snipwell {
 
 /// What of a file, or of its namespaces, uses what, as far as names tell. Units are the statements
 /// of the file and of namespaces and linkage blocks, which are no units themselves; directives are
-/// none either. A unit uses all that is declared, anywhere, under a name that stands in it: that
-/// is more than it needs, but what it does not use it can hardly need.
+/// none either. A unit uses all that is declared, anywhere, under a name that stands in it, but for
+/// functions: a name that many of them share would hold them all together. So functions are used
+/// by none, members stay with their classes, and for the rest it is more than a unit needs.
 class References {
  public:
   References(const Program& wholeProgram, const Tree& wholeTree);
@@ -39,19 +42,24 @@ class References {
   void AddItem(Range item);
   std::uint32_t ContainerBody(Range item) const;
   void Declare();
+  bool Holds(Range unit, std::string_view text) const;
+  bool IsFunction(Range unit) const;
   std::vector<std::string_view> DeclaredNames(Range unit) const;
   bool Declares(std::uint32_t at, std::uint32_t end) const;
   std::string_view NameFor(std::uint32_t at) const;
   void AddNames(Range range, std::vector<std::string_view>& names) const;
+  void FindUses();
   void FindRoots();
-  bool IsDeclaredBy(std::string_view name, std::uint32_t unit) const;
 
   const Program& program;
   const Tree& tree;
   std::map<std::uint32_t, const List*> listAt;  // by the first word inside
+  std::set<std::string_view> namespaces;        // names of all containers
   std::vector<Range> units;
   std::vector<Container> containers;  // inner ones before those around them
-  std::map<std::string_view, std::vector<std::uint32_t>> declarers;  // units by name
+  std::unordered_map<std::string_view, std::uint32_t> numbers;  // of names that are declared
+  std::vector<std::vector<std::uint32_t>> declarers;            // units, by number of a name
+  std::vector<std::vector<std::uint32_t>> uses;                 // numbers of names, by unit
   std::vector<std::uint32_t> roots;
 };
 

@@ -42,11 +42,11 @@ bool Job::TakeIfItHolds(std::string text) {
   return TakeIfItHolds(std::move(next));
 }
 
-void Job::Take(std::string text) {
+void Job::Take(std::string text, const std::string& step) {
   form.text = std::move(text);
   if (result) result->Write(form.text);
   findings.history.push_back({workshop.Seconds(), form.text.size()});
-  Trace();
+  Trace(step);
 }
 
 void Job::EndStage(const std::string& done) {
@@ -70,11 +70,12 @@ void Job::Remark(const std::string& sentence) {
   findings.notes.push_back(sentence);
 }
 
-void Job::Trace() const {
+void Job::Trace(const std::string& step) const {
   if (settings.trace.empty()) return;
   std::ofstream trace(settings.trace, std::ios::app);
   trace << workshop.Seconds() << '\t' << form.text.size() << '\t' << Program(form.text).Size()
-        << '\t' << workshop.Commands() << '\n';
+        << '\t' << workshop.Commands() << '\t' << title << (step.empty() ? "" : ": ") << step
+        << '\n';
 }
 
 }  // namespace snipwell

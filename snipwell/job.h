@@ -42,8 +42,8 @@ class Job {
   bool TakeIfItHolds(Form next);
   /// The same for another text of it.
   bool TakeIfItHolds(std::string text);
-  /// Takes a text that is known to fail.
-  void Take(std::string text);
+  /// Takes a text that is known to fail. `step` tells what has made it.
+  void Take(std::string text, const std::string& step = "");
   /// Ends a stage: remembers what has become of the program, if anything has.
   void EndStage(const std::string& done);
 
@@ -60,7 +60,7 @@ class Job {
   void Remark(const std::string& sentence);
 
  private:
-  void Trace() const;
+  void Trace(const std::string& step) const;
 
   std::string title;
   std::vector<Form> milestones;

@@ -20,8 +20,8 @@ Program StartOf(Job& job) {
 void Refine(Job& job) {
   Program start = StartOf(job);
   const auto judge = job.workshop.JudgeOf(job.form, job.question);
-  Search search(*judge, std::move(start), [&job](const Program&, const std::string& text) {
-    job.Take(text);
+  Search search(*judge, std::move(start), [&job, &search](const Program&, const std::string& text) {
+    job.Take(text, search.PassName());
     job.ShowProgress();
   });
   job.stopped = !search.Run(Passes());
