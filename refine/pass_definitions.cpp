@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "refine/declarations.h"
 #include "refine/names.h"
 #include "refine/passes.h"
 
@@ -16,48 +17,9 @@ namespace snipwell {
 
 namespace {
 
-/// A statement that declares a name: "struct A;", "template <class T> int f(T) { ... }".
-struct Declaration {
-  Range item;
-  std::uint32_t name;  // kNone when there is none
-  std::uint32_t body;  // the brace that opens it, or kNone
-  bool isType;
-};
-
-bool OpensType(std::string_view word) {
-  return word == "struct" || word == "class" || word == "union" || word == "enum";
-}
-
-/// What a statement declares: the last name before its parameters, bases, body or end.
-Declaration Read(const Program& program, const Tree& tree, Range item) {
-  Declaration read = {item, Tree::kNone, Tree::kNone, false};
-  bool named = false;
-  for (std::uint32_t at = item.begin; at < item.end; at = tree.Next(at)) {
-    const std::string_view text = program.Text(at);
-    if (text == "{" && tree.Opens(at)) read.body = at;
-    named = named || text == "(" || text == "{" || text == ":" || text == ";" || text == "=";
-    if (named || program.Words()[at].kind != TokenKind::Name) continue;
-    read.isType = read.isType || OpensType(text);
-    if (!IsKeyword(text)) read.name = at;
-  }
-  return read;
-}
-
-/// All that is declared, in the order of the text.
-std::vector<Declaration> Declarations(const Program& program, const Tree& tree) {
-  std::vector<Declaration> all;
-  for (const List& list : tree.Lists()) {
-    if (list.commas) continue;
-    for (const Range item : list.items) all.push_back(Read(program, tree, item));
-  }
-  return all;
-}
-
 Range Body(const Tree& tree, const Declaration& declaration) {
   return {declaration.body, tree.Partner(declaration.body) + 1};
 }
-
-bool Overlap(Range a, Range b) { return a.begin < b.end && b.begin < a.end; }
 
 /// Adds the edit that gives one definition the body of another, which goes.
 void MoveBody(EditList& edits, const Program& program, const Tree& tree, const Declaration& from,

@@ -30,11 +30,10 @@ void AddSingles(std::vector<Cuts>& singles, const Program& program, const Tree& 
   singles.push_back({{{at, at + 1}}, {{next - 1, next}}});
 }
 
-bool Overlap(const Cuts& left, const Cuts& right) {
+bool AnyOverlap(const Cuts& left, const Cuts& right) {
   return std::any_of(left.begin(), left.end(), [&](const Cut& a) {
-    return std::any_of(right.begin(), right.end(), [&](const Cut& b) {
-      return a.range.begin < b.range.end && b.range.begin < a.range.end;
-    });
+    return std::any_of(right.begin(), right.end(),
+                       [&](const Cut& b) { return Overlap(a.range, b.range); });
   });
 }
 
@@ -49,7 +48,7 @@ EditList RemovePairs(const Program& program, const Tree& tree) {
   for (std::size_t distance = 1; distance < singles.size(); ++distance) {
     for (std::size_t i = singles.size(); i-- > distance && edits.Size() < kMostPairs;) {
       Cuts cuts = singles[i - distance];
-      if (Overlap(cuts, singles[i])) continue;
+      if (AnyOverlap(cuts, singles[i])) continue;
       cuts.insert(cuts.end(), singles[i].begin(), singles[i].end());
       edits.Add(cuts);
     }

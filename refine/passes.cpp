@@ -8,6 +8,8 @@ const std::vector<Pass>& Passes() {
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},
       {"groups unwrapped", UnwrapGroups},
+      {"scopes joined", JoinScopes},
+      {"scopes flattened", FlattenScopes},
       {"template heads", RemoveTemplateHeads},
       {"parameters", RemoveParameters},
       {"neighbours", RemoveNeighbours},
@@ -19,8 +21,8 @@ const std::vector<Pass>& Passes() {
       {"declarations", MergeDeclarations},
       {"bodies", MoveBodies},
       {"other types", ReplaceTypes},
-      {"short names", ShortNames},
       {"pairs", RemovePairs},
+      {"short names", ShortNames, true},
   };
   return passes;
 }
