@@ -29,12 +29,13 @@ void MoveBody(EditList& edits, const Program& program, const Tree& tree, const D
   edits.Add({{Body(tree, to), text}, {from.item}});
 }
 
-/// Adds the edit that drops what defines a name and puts a text wherever else the name stands.
-void ReplaceDefined(EditList& edits, const Declaration& defined, const Places& places,
+/// Adds the edit that drops all that declares a name and puts a text wherever else the name stands.
+void ReplaceDefined(EditList& edits, const std::vector<Range>& items, const Places& places,
                     std::uint32_t text) {
-  std::vector<Cut> cuts = EachReplaced(places, text, defined.item);
-  cuts.push_back({defined.item});
-  edits.Add(std::move(cuts));
+  std::vector<Cut> cuts;
+  for (const Range item : items) cuts.push_back({item});
+  for (const std::uint32_t place : places) cuts.push_back({{place, place + 1}, text});
+  edits.Add(cuts);
 }
 
 }  // namespace
@@ -73,15 +74,19 @@ EditList ReplaceTypes(const Program& program, const Tree& tree) {
   EditList edits;
   const auto places = PlacesOfNames(program);
   const std::uint32_t plain = edits.Put("int");
-  std::optional<std::string> before;
+  std::map<std::string_view, std::vector<Range>> items;
+  std::vector<std::string_view> names;  // in the order of their first items
   for (const Declaration& one : Declarations(program, tree)) {
     if (!one.isType || one.name == Tree::kNone) continue;
-    const std::string name(program.Text(one.name));
-    ReplaceDefined(edits, one, places.at(name), plain);
-    if (before && *before != name) {
-      ReplaceDefined(edits, one, places.at(name), edits.Put(*before));
-    }
-    before = name;
+    std::vector<Range>& all = items[program.Text(one.name)];
+    if (all.empty()) names.push_back(program.Text(one.name));
+    all.push_back(one.item);
+  }
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    ReplaceDefined(edits, items[names[i]], places.at(names[i]), plain);
+    if (i == 0) continue;
+    const std::uint32_t before = edits.Put(std::string(names[i - 1]));
+    ReplaceDefined(edits, items[names[i]], places.at(names[i]), before);
   }
   return edits;
 }

@@ -1,6 +1,9 @@
 // What a name stands for comes in the place of the name, and its declaration goes.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -52,21 +55,49 @@ std::optional<Meaning> MeaningIn(const Program& program, const Tree& tree, Range
   return meaning;
 }
 
-}  // namespace
+/// A meaning, and where the name has it: behind its statement to the end of the list.
+struct Scoped {
+  Meaning meaning;
+  Range item;
+  Range scope;
+};
 
-EditList InlineNames(const Program& program, const Tree& tree) {
-  EditList edits;
-  const auto places = PlacesOfNames(program);
+std::vector<Scoped> Meanings(const Program& program, const Tree& tree) {
+  std::vector<Scoped> all;
   for (const List& list : tree.Lists()) {
     if (list.commas) continue;
     for (const Range item : list.items) {
       const auto meaning = MeaningIn(program, tree, item);
-      if (!meaning) continue;
-      const std::uint32_t text = edits.Put(program.Render(meaning->words));
-      std::vector<Cut> cuts = EachReplaced(places.at(program.Text(meaning->name)), text, item);
-      cuts.push_back({item});
-      edits.Add(cuts);
+      if (meaning) all.push_back({*meaning, item, {item.end, list.inside.end}});
     }
+  }
+  return all;
+}
+
+std::vector<Cut> Inlined(const Places& places, const Scoped& one, Range scope, std::uint32_t text) {
+  std::vector<Cut> cuts = {{one.item}};
+  auto place = std::lower_bound(places.begin(), places.end(), scope.begin);
+  for (; place != places.end() && *place < scope.end; ++place) {
+    const bool within = one.item.begin <= *place && *place < one.item.end;
+    if (!within) cuts.push_back({{*place, *place + 1}, text});
+  }
+  return cuts;
+}
+
+}  // namespace
+
+/// A name with one meaning has it everywhere.
+EditList InlineNames(const Program& program, const Tree& tree) {
+  EditList edits;
+  const auto places = PlacesOfNames(program);
+  const std::vector<Scoped> meanings = Meanings(program, tree);
+  std::map<std::string_view, std::size_t> count;
+  for (const Scoped& one : meanings) ++count[program.Text(one.meaning.name)];
+  const Range everywhere = {0, static_cast<std::uint32_t>(program.Size())};
+  for (const Scoped& one : meanings) {
+    const std::string_view name = program.Text(one.meaning.name);
+    const std::uint32_t text = edits.Put(program.Render(one.meaning.words));
+    edits.Add(Inlined(places.at(name), one, count[name] == 1 ? everywhere : one.scope, text));
   }
   return edits;
 }

@@ -1,6 +1,6 @@
 // Two small edits that each lose the failure may hold together: "struct a *b; b->c;" becomes
 // "struct a b; b.c;". When few words are left every two of them are tried, the closest first; of
-// more words only so many.
+// more words only so many. Where a pair holds, the cheaper passes have their turn before the next.
 
 #include <algorithm>
 #include <cstddef>
@@ -14,7 +14,7 @@ namespace snipwell {
 namespace {
 
 constexpr std::size_t kMostWords = 100;
-constexpr std::size_t kMostPairs = 1500;
+constexpr std::size_t kMostPairs = 700;
 
 using Cuts = std::vector<Cut>;
 
@@ -53,6 +53,7 @@ EditList RemovePairs(const Program& program, const Tree& tree) {
       edits.Add(cuts);
     }
   }
+  for (std::size_t i = 0; i < edits.Size(); ++i) edits.EndFiner(i);
   return edits;
 }
 

@@ -1,7 +1,6 @@
 #include "refine/references.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "refine/names.h"
@@ -21,6 +20,7 @@ References::References(const Program& wholeProgram, const Tree& wholeTree)
   for (const List& list : tree.Lists()) listAt.emplace(list.inside.begin, &list);
   if (!tree.Lists().empty()) AddUnits(tree.Lists().front());
   Declare();
+  FindNames();
   FindRoots();
 }
 
@@ -60,8 +60,24 @@ std::uint32_t References::ContainerBody(Range item) const {
 void References::Declare() {
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
     for (const std::string_view name : DeclaredNames(units[unit])) {
-      std::vector<std::uint32_t>& all = declarers[name];
+      const auto number = static_cast<std::uint32_t>(declarers.size());
+      const auto [found, isNew] = numbers.emplace(name, number);
+      if (isNew) declarers.emplace_back();
+      std::vector<std::uint32_t>& all = declarers[found->second];
       if (all.empty() || all.back() != unit) all.push_back(unit);
+    }
+  }
+}
+
+void References::FindNames() {
+  std::vector<std::uint32_t> seenIn(declarers.size(), UINT32_MAX);  // the last unit, by name
+  names.resize(units.size());
+  for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
+    for (std::uint32_t at = units[unit].begin; at < units[unit].end; ++at) {
+      const auto found = numbers.find(program.Text(at));
+      if (found == numbers.end() || seenIn[found->second] == unit) continue;
+      seenIn[found->second] = unit;
+      names[unit].push_back(found->second);
     }
   }
 }
@@ -69,18 +85,18 @@ void References::Declare() {
 /// The names that a unit may be used by; more than it declares do no harm. A name at the unit's
 /// own level declares when what is behind it begins parameters, a body, a value or the next one.
 std::vector<std::string_view> References::DeclaredNames(Range unit) const {
-  std::vector<std::string_view> names;
+  std::vector<std::string_view> declared;
   bool isEnum = false;
   for (std::uint32_t at = unit.begin; at < unit.end; at = tree.Next(at)) {
     const std::string_view text = program.Text(at);
     if (text == "operator" && at + 1 < unit.end) return {program.Text(at + 1)};
     isEnum = isEnum || text == "enum";
-    if (isEnum && text == "{" && tree.Opens(at)) AddNames({at, tree.Partner(at)}, names);
-    if (IsOneOf(text, {"(", "=", ":"}) && !names.empty()) break;
-    if (Declares(at, unit.end)) names.push_back(NameFor(at));
+    if (isEnum && text == "{" && tree.Opens(at)) AddNames({at, tree.Partner(at)}, declared);
+    if (IsOneOf(text, {"(", "=", ":"}) && !declared.empty()) break;
+    if (Declares(at, unit.end)) declared.push_back(NameFor(at));
   }
-  if (names.empty()) AddNames(unit, names);
-  return names;
+  if (declared.empty()) AddNames(unit, declared);
+  return declared;
 }
 
 bool References::Declares(std::uint32_t at, std::uint32_t end) const {
@@ -99,36 +115,37 @@ std::string_view References::NameFor(std::uint32_t at) const {
   return program.Text(before);
 }
 
-void References::AddNames(Range range, std::vector<std::string_view>& names) const {
+void References::AddNames(Range range, std::vector<std::string_view>& found) const {
   for (std::uint32_t at = range.begin; at < range.end; ++at) {
     const bool named = program.Words()[at].kind == TokenKind::Name;
-    if (named && !IsKeyword(program.Text(at))) names.push_back(program.Text(at));
+    if (named && !IsKeyword(program.Text(at))) found.push_back(program.Text(at));
   }
 }
 
-bool References::IsDeclaredBy(std::string_view name, std::uint32_t unit) const {
-  const auto found = declarers.find(name);
-  return found != declarers.end() &&
-         std::binary_search(found->second.begin(), found->second.end(), unit);
+bool References::IsDeclaredBy(std::uint32_t name, std::uint32_t unit) const {
+  return std::binary_search(declarers[name].begin(), declarers[name].end(), unit);
 }
 
 /// A unit that declares a name as well does not use the others that do: they stay or go together.
 void References::FindRoots() {
-  std::vector<bool> used(units.size(), false);
+  std::vector<bool> used(declarers.size(), false);  // by name
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    for (std::uint32_t at = units[unit].begin; at < units[unit].end; ++at) {
-      const auto found = declarers.find(program.Text(at));
-      if (found == declarers.end() || IsDeclaredBy(found->first, unit)) continue;
-      for (const std::uint32_t declarer : found->second) used[declarer] = true;
+    for (const std::uint32_t name : names[unit]) {
+      used[name] = used[name] || !IsDeclaredBy(name, unit);
     }
   }
+  std::vector<bool> inUse(units.size(), false);
+  for (std::size_t name = 0; name < declarers.size(); ++name) {
+    for (const std::uint32_t unit : declarers[name]) inUse[unit] = inUse[unit] || used[name];
+  }
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    if (!used[unit]) roots.push_back(unit);
+    if (!inUse[unit]) roots.push_back(unit);
   }
 }
 
 std::vector<bool> References::UsedWithout(std::size_t first, std::size_t last) const {
   std::vector<bool> staying(units.size(), false);
+  std::vector<bool> seen(declarers.size(), false);
   std::vector<std::uint32_t> waiting;
   const auto keep = [&](std::uint32_t unit) {
     if (!staying[unit]) waiting.push_back(unit);
@@ -137,14 +154,13 @@ std::vector<bool> References::UsedWithout(std::size_t first, std::size_t last) c
   for (std::size_t i = 0; i < roots.size(); ++i) {
     if (i < first || i > last) keep(roots[i]);
   }
-  std::set<std::string_view> seen;
   while (!waiting.empty()) {
-    const Range unit = units[waiting.back()];
+    const std::uint32_t unit = waiting.back();
     waiting.pop_back();
-    for (std::uint32_t at = unit.begin; at < unit.end; ++at) {
-      const auto found = declarers.find(program.Text(at));
-      if (found == declarers.end() || !seen.insert(found->first).second) continue;
-      for (const std::uint32_t declarer : found->second) keep(declarer);
+    for (const std::uint32_t name : names[unit]) {
+      if (seen[name]) continue;
+      seen[name] = true;
+      for (const std::uint32_t declarer : declarers[name]) keep(declarer);
     }
   }
   return staying;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "refine/program.h"
@@ -39,19 +40,22 @@ class References {
   void AddItem(Range item);
   std::uint32_t ContainerBody(Range item) const;
   void Declare();
+  void FindNames();
   std::vector<std::string_view> DeclaredNames(Range unit) const;
   bool Declares(std::uint32_t at, std::uint32_t end) const;
   std::string_view NameFor(std::uint32_t at) const;
-  void AddNames(Range range, std::vector<std::string_view>& names) const;
+  void AddNames(Range range, std::vector<std::string_view>& found) const;
   void FindRoots();
-  bool IsDeclaredBy(std::string_view name, std::uint32_t unit) const;
+  bool IsDeclaredBy(std::uint32_t name, std::uint32_t unit) const;
 
   const Program& program;
   const Tree& tree;
   std::map<std::uint32_t, const List*> listAt;  // by the first word inside
   std::vector<Range> units;
   std::vector<Container> containers;  // inner ones before those around them
-  std::map<std::string_view, std::vector<std::uint32_t>> declarers;  // units by name
+  std::unordered_map<std::string_view, std::uint32_t> numbers;  // of the names that are declared
+  std::vector<std::vector<std::uint32_t>> declarers;            // units by name
+  std::vector<std::vector<std::uint32_t>> names;                // by unit, each name once
   std::vector<std::uint32_t> roots;
 };
 
