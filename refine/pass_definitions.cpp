@@ -22,10 +22,9 @@ Range Body(const Tree& tree, const Declaration& declaration) {
 }
 
 /// Adds the edit that gives one definition the body of another, which goes.
-void MoveBody(EditList& edits, const Program& program, const Tree& tree, const Declaration& from,
-              const Declaration& to) {
+void MoveBody(EditList& edits, const Tree& tree, const Declaration& from, const Declaration& to) {
   if (Body(tree, from).Size() <= 2 || Overlap(from.item, to.item)) return;
-  const std::uint32_t text = edits.Put(program.Render(Body(tree, from)));
+  const std::uint32_t text = edits.Put(Body(tree, from));
   edits.Add({{Body(tree, to), text}, {from.item}});
 }
 
@@ -47,7 +46,7 @@ EditList MergeDeclarations(const Program& program, const Tree& tree) {
     if (one.name == Tree::kNone) continue;
     const auto [first, isNew] = declared.emplace(program.Text(one.name), one.item);
     if (isNew || one.body == Tree::kNone || Overlap(first->second, one.item)) continue;
-    edits.Add({{first->second, edits.Put(program.Render(one.item))}, {one.item}});
+    edits.Add({{first->second, edits.Put(one.item)}, {one.item}});
   }
   return edits;
 }
@@ -62,9 +61,8 @@ EditList MoveBodies(const Program& program, const Tree& tree) {
   for (std::size_t i = 0; i < bodies.size(); ++i) {
     if (Body(tree, bodies[i]).Size() > 2) continue;
     for (std::size_t distance = 1; distance <= kFarthest; ++distance) {
-      if (i + distance < bodies.size())
-        MoveBody(edits, program, tree, bodies[i + distance], bodies[i]);
-      if (i >= distance) MoveBody(edits, program, tree, bodies[i - distance], bodies[i]);
+      if (i + distance < bodies.size()) MoveBody(edits, tree, bodies[i + distance], bodies[i]);
+      if (i >= distance) MoveBody(edits, tree, bodies[i - distance], bodies[i]);
     }
   }
   return edits;

@@ -53,6 +53,8 @@ EditList FlattenScopes(const Program& program, const Tree& tree);
 EditList JoinScopes(const Program& program, const Tree& tree);
 /// typedef int A; A a = 1; f(a);  ->  int a = 1; f(a);  ->  f(1);
 EditList InlineNames(const Program& program, const Tree& tree);
+/// int f(int a) { return a; } f(1);  ->  int f() { return 1; } f();
+EditList InlineArguments(const Program& program, const Tree& tree);
 /// struct A; int a; struct A {};  ->  struct A {}; int a;
 EditList MergeDeclarations(const Program& program, const Tree& tree);
 /// void f() {} void g() { h(); }  ->  void f() { h(); }
