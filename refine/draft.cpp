@@ -72,9 +72,15 @@ void Draft::Know(std::uint32_t text) {
   if (texts.size() <= text) texts.resize(text + std::size_t{1});
   PutText& put = texts[text];
   if (put.known) return;
-  put.words = program.WordsOf(edits.Text(text));
+  put.words = WordsOf(edits.Text(text));
   for (const Word& word : put.words) put.weight += WeightOf(word, program.Text(word));
   put.known = true;
+}
+
+std::vector<Word> Draft::WordsOf(const PutIn& put) {
+  if (put.words.Size() == 0) return program.WordsOf(put.text);
+  const auto first = program.Words().begin();
+  return {first + put.words.begin, first + put.words.end};
 }
 
 /// Words of texts are as if they had always stood at their place.

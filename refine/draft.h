@@ -53,6 +53,7 @@ class Draft {
   void Set(std::uint32_t index, std::uint32_t state);
   Size SizeOf(std::uint32_t index) const;
   void Know(std::uint32_t text);
+  std::vector<Word> WordsOf(const PutIn& put);
   template <typename Take>
   void EachWord(const Take& take) const;
 

@@ -16,6 +16,12 @@ struct Cut {
   std::uint32_t text = 0;  ///< 0 for none
 };
 
+/// What comes in the place of words: the words of a text, or words that stand elsewhere.
+struct PutIn {
+  std::string text;
+  Range words;  ///< none when it is the text
+};
+
 /// One change to a program: all its cuts together. Of words that two of them name the first one
 /// takes.
 struct Edit {
@@ -40,12 +46,10 @@ class EditList {
   /// The edit to go on with when this one holds; the one behind it otherwise.
   std::size_t Next(std::size_t index) const { return places[index].next; }
 
-  /// The number of a text for cuts.
-  std::uint32_t Put(std::string text) {
-    texts.push_back(std::move(text));
-    return static_cast<std::uint32_t>(texts.size());
-  }
-  const std::string& Text(std::uint32_t number) const { return texts[number - 1]; }
+  /// The number of a text for cuts: a new one, or that of words of the program.
+  std::uint32_t Put(std::string text) { return PutText({std::move(text), {0, 0}}); }
+  std::uint32_t Put(Range words) { return PutText({"", words}); }
+  const PutIn& Text(std::uint32_t number) const { return texts[number - 1]; }
 
   /// Adds an edit and returns its index; what is added until `EndFiner` is called with that is
   /// finer.
@@ -69,6 +73,11 @@ class EditList {
     std::uint32_t next;
   };
 
+  std::uint32_t PutText(PutIn text) {
+    texts.push_back(std::move(text));
+    return static_cast<std::uint32_t>(texts.size());
+  }
+
   std::size_t AddPlace() {
     const auto next = static_cast<std::uint32_t>(places.size() + 1);
     places.push_back({static_cast<std::uint32_t>(cuts.size()), next});
@@ -77,7 +86,7 @@ class EditList {
 
   std::vector<Place> places;
   std::vector<Cut> cuts;  // of all edits
-  std::vector<std::string> texts;
+  std::vector<PutIn> texts;
 };
 
 /// Adds the edit that takes `cutsOf(first, last)` of numbers 0 to `count` - 1, and the halves of

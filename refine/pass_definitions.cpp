@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "refine/declarations.h"
 #include "refine/names.h"
 #include "refine/passes.h"
 
@@ -16,63 +17,24 @@ namespace snipwell {
 
 namespace {
 
-/// A statement that declares a name: "struct A;", "template <class T> int f(T) { ... }".
-struct Declaration {
-  Range item;
-  std::uint32_t name;  // kNone when there is none
-  std::uint32_t body;  // the brace that opens it, or kNone
-  bool isType;
-};
-
-bool OpensType(std::string_view word) {
-  return word == "struct" || word == "class" || word == "union" || word == "enum";
-}
-
-/// What a statement declares: the last name before its parameters, bases, body or end.
-Declaration Read(const Program& program, const Tree& tree, Range item) {
-  Declaration read = {item, Tree::kNone, Tree::kNone, false};
-  bool named = false;
-  for (std::uint32_t at = item.begin; at < item.end; at = tree.Next(at)) {
-    const std::string_view text = program.Text(at);
-    if (text == "{" && tree.Opens(at)) read.body = at;
-    named = named || text == "(" || text == "{" || text == ":" || text == ";" || text == "=";
-    if (named || program.Words()[at].kind != TokenKind::Name) continue;
-    read.isType = read.isType || OpensType(text);
-    if (!IsKeyword(text)) read.name = at;
-  }
-  return read;
-}
-
-/// All that is declared, in the order of the text.
-std::vector<Declaration> Declarations(const Program& program, const Tree& tree) {
-  std::vector<Declaration> all;
-  for (const List& list : tree.Lists()) {
-    if (list.commas) continue;
-    for (const Range item : list.items) all.push_back(Read(program, tree, item));
-  }
-  return all;
-}
-
 Range Body(const Tree& tree, const Declaration& declaration) {
   return {declaration.body, tree.Partner(declaration.body) + 1};
 }
 
-bool Overlap(Range a, Range b) { return a.begin < b.end && b.begin < a.end; }
-
 /// Adds the edit that gives one definition the body of another, which goes.
-void MoveBody(EditList& edits, const Program& program, const Tree& tree, const Declaration& from,
-              const Declaration& to) {
+void MoveBody(EditList& edits, const Tree& tree, const Declaration& from, const Declaration& to) {
   if (Body(tree, from).Size() <= 2 || Overlap(from.item, to.item)) return;
-  const std::uint32_t text = edits.Put(program.Render(Body(tree, from)));
+  const std::uint32_t text = edits.Put(Body(tree, from));
   edits.Add({{Body(tree, to), text}, {from.item}});
 }
 
-/// Adds the edit that drops what defines a name and puts a text wherever else the name stands.
-void ReplaceDefined(EditList& edits, const Declaration& defined, const Places& places,
+/// Adds the edit that drops all that declares a name and puts a text wherever else the name stands.
+void ReplaceDefined(EditList& edits, const std::vector<Range>& items, const Places& places,
                     std::uint32_t text) {
-  std::vector<Cut> cuts = EachReplaced(places, text, defined.item);
-  cuts.push_back({defined.item});
-  edits.Add(std::move(cuts));
+  std::vector<Cut> cuts;
+  for (const Range item : items) cuts.push_back({item});
+  for (const std::uint32_t place : places) cuts.push_back({{place, place + 1}, text});
+  edits.Add(cuts);
 }
 
 }  // namespace
@@ -84,7 +46,7 @@ EditList MergeDeclarations(const Program& program, const Tree& tree) {
     if (one.name == Tree::kNone) continue;
     const auto [first, isNew] = declared.emplace(program.Text(one.name), one.item);
     if (isNew || one.body == Tree::kNone || Overlap(first->second, one.item)) continue;
-    edits.Add({{first->second, edits.Put(program.Render(one.item))}, {one.item}});
+    edits.Add({{first->second, edits.Put(one.item)}, {one.item}});
   }
   return edits;
 }
@@ -99,9 +61,8 @@ EditList MoveBodies(const Program& program, const Tree& tree) {
   for (std::size_t i = 0; i < bodies.size(); ++i) {
     if (Body(tree, bodies[i]).Size() > 2) continue;
     for (std::size_t distance = 1; distance <= kFarthest; ++distance) {
-      if (i + distance < bodies.size())
-        MoveBody(edits, program, tree, bodies[i + distance], bodies[i]);
-      if (i >= distance) MoveBody(edits, program, tree, bodies[i - distance], bodies[i]);
+      if (i + distance < bodies.size()) MoveBody(edits, tree, bodies[i + distance], bodies[i]);
+      if (i >= distance) MoveBody(edits, tree, bodies[i - distance], bodies[i]);
     }
   }
   return edits;
@@ -111,15 +72,19 @@ EditList ReplaceTypes(const Program& program, const Tree& tree) {
   EditList edits;
   const auto places = PlacesOfNames(program);
   const std::uint32_t plain = edits.Put("int");
-  std::optional<std::string> before;
+  std::map<std::string_view, std::vector<Range>> items;
+  std::vector<std::string_view> names;  // in the order of their first items
   for (const Declaration& one : Declarations(program, tree)) {
     if (!one.isType || one.name == Tree::kNone) continue;
-    const std::string name(program.Text(one.name));
-    ReplaceDefined(edits, one, places.at(name), plain);
-    if (before && *before != name) {
-      ReplaceDefined(edits, one, places.at(name), edits.Put(*before));
-    }
-    before = name;
+    std::vector<Range>& all = items[program.Text(one.name)];
+    if (all.empty()) names.push_back(program.Text(one.name));
+    all.push_back(one.item);
+  }
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    ReplaceDefined(edits, items[names[i]], places.at(names[i]), plain);
+    if (i == 0) continue;
+    const std::uint32_t before = edits.Put(std::string(names[i - 1]));
+    ReplaceDefined(edits, items[names[i]], places.at(names[i]), before);
   }
   return edits;
 }

@@ -1,7 +1,11 @@
 // What a name stands for comes in the place of the name, and its declaration goes.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -52,21 +56,66 @@ std::optional<Meaning> MeaningIn(const Program& program, const Tree& tree, Range
   return meaning;
 }
 
-}  // namespace
+/// A meaning, and where the name has it: behind its statement to the end of the list.
+struct Scoped {
+  Meaning meaning;
+  Range item;
+  Range scope;
+};
 
-EditList InlineNames(const Program& program, const Tree& tree) {
-  EditList edits;
-  const auto places = PlacesOfNames(program);
+std::vector<Scoped> Meanings(const Program& program, const Tree& tree) {
+  std::vector<Scoped> all;
   for (const List& list : tree.Lists()) {
     if (list.commas) continue;
     for (const Range item : list.items) {
       const auto meaning = MeaningIn(program, tree, item);
-      if (!meaning) continue;
-      const std::uint32_t text = edits.Put(program.Render(meaning->words));
-      std::vector<Cut> cuts = EachReplaced(places.at(program.Text(meaning->name)), text, item);
-      cuts.push_back({item});
-      edits.Add(cuts);
+      if (meaning) all.push_back({*meaning, item, {item.end, list.inside.end}});
     }
+  }
+  return all;
+}
+
+/// The cuts that put a meaning at the first places of its name in a range.
+std::vector<Cut> Inlined(const Places& places, const Scoped& one, Range range, std::size_t most,
+                         std::uint32_t text) {
+  std::vector<Cut> cuts = {{one.item}};
+  auto place = std::lower_bound(places.begin(), places.end(), range.begin);
+  for (; place != places.end() && *place < range.end && cuts.size() <= most; ++place) {
+    const bool within = one.item.begin <= *place && *place < one.item.end;
+    if (!within) cuts.push_back({{*place, *place + 1}, text});
+  }
+  return cuts;
+}
+
+/// The names that one declaration gives a meaning, and nothing else does.
+std::set<std::string_view> NamesWithOne(const Program& program, const std::vector<Scoped>& all) {
+  std::map<std::string_view, std::size_t> count;
+  std::set<std::string_view> names;
+  for (const Scoped& one : all) ++count[program.Text(one.meaning.name)];
+  for (const Scoped& one : all) {
+    const std::string_view name = program.Text(one.meaning.name);
+    const bool assigned = one.meaning.name == one.item.begin;
+    if (count[name] == 1 && !assigned) names.insert(name);
+  }
+  return names;
+}
+
+}  // namespace
+
+/// A name with one meaning has it everywhere; one of several counts only behind its statement, and
+/// not for long, lest the cuts be many times the words.
+EditList InlineNames(const Program& program, const Tree& tree) {
+  constexpr std::size_t kMost = 50;
+  EditList edits;
+  const auto places = PlacesOfNames(program);
+  const std::vector<Scoped> meanings = Meanings(program, tree);
+  const std::set<std::string_view> clear = NamesWithOne(program, meanings);
+  const Range everywhere = {0, static_cast<std::uint32_t>(program.Size())};
+  for (const Scoped& one : meanings) {
+    const std::string_view name = program.Text(one.meaning.name);
+    const bool all = clear.count(name) != 0;
+    edits.Add(Inlined(places.at(name), one, all ? everywhere : one.scope, all ? SIZE_MAX : kMost,
+                      edits.Put(one.meaning.words)));
   }
   return edits;
 }

@@ -1,6 +1,6 @@
 // Two small edits that each lose the failure may hold together: "struct a *b; b->c;" becomes
 // "struct a b; b.c;". When few words are left every two of them are tried, the closest first; of
-// more words only so many.
+// more words only so many. Where a pair holds, the cheaper passes have their turn before the next.
 
 #include <algorithm>
 #include <cstddef>
@@ -14,7 +14,7 @@ namespace snipwell {
 namespace {
 
 constexpr std::size_t kMostWords = 100;
-constexpr std::size_t kMostPairs = 1500;
+constexpr std::size_t kMostPairs = 400;
 
 using Cuts = std::vector<Cut>;
 
@@ -30,11 +30,10 @@ void AddSingles(std::vector<Cuts>& singles, const Program& program, const Tree& 
   singles.push_back({{{at, at + 1}}, {{next - 1, next}}});
 }
 
-bool Overlap(const Cuts& left, const Cuts& right) {
+bool AnyOverlap(const Cuts& left, const Cuts& right) {
   return std::any_of(left.begin(), left.end(), [&](const Cut& a) {
-    return std::any_of(right.begin(), right.end(), [&](const Cut& b) {
-      return a.range.begin < b.range.end && b.range.begin < a.range.end;
-    });
+    return std::any_of(right.begin(), right.end(),
+                       [&](const Cut& b) { return Overlap(a.range, b.range); });
   });
 }
 
@@ -49,11 +48,12 @@ EditList RemovePairs(const Program& program, const Tree& tree) {
   for (std::size_t distance = 1; distance < singles.size(); ++distance) {
     for (std::size_t i = singles.size(); i-- > distance && edits.Size() < kMostPairs;) {
       Cuts cuts = singles[i - distance];
-      if (Overlap(cuts, singles[i])) continue;
+      if (AnyOverlap(cuts, singles[i])) continue;
       cuts.insert(cuts.end(), singles[i].begin(), singles[i].end());
       edits.Add(cuts);
     }
   }
+  for (std::size_t i = 0; i < edits.Size(); ++i) edits.EndFiner(i);
   return edits;
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -56,24 +57,92 @@ Places GroupsBehind(const Program& program, const Tree& tree, const Places& uses
   return groups;
 }
 
-/// Adds for each number the edit that takes the items of that number out of all the lists.
-void RemoveByNumber(EditList& edits, const ListsByOpening& lists, const Places& groups) {
-  std::vector<const List*> uses;
-  std::size_t most = 0;
+using Uses = std::vector<const List*>;
+
+Uses UsesOf(const ListsByOpening& lists, const Places& groups) {
+  Uses uses;
   for (const std::uint32_t group : groups) {
     const List* const list = lists.At(group);
-    if (list == nullptr) continue;
-    uses.push_back(list);
-    most = std::max(most, list->items.size());
+    if (list != nullptr) uses.push_back(list);
   }
-  for (std::size_t number = most; uses.size() > 1 && number-- > 0;) {
-    std::vector<Cut> cuts;
-    for (const List* list : uses) {
-      if (number < list->items.size()) cuts.push_back({WithoutItems(*list, number, number)});
-    }
-    edits.Add(std::move(cuts));
-  }
+  return uses;
 }
+
+/// The cuts that take the items of a number out of all the lists.
+std::vector<Cut> WithoutNumber(const Uses& uses, std::size_t number) {
+  std::vector<Cut> cuts;
+  for (const List* list : uses) {
+    if (number < list->items.size()) cuts.push_back({WithoutItems(*list, number, number)});
+  }
+  return cuts;
+}
+
+void RemoveByNumber(EditList& edits, const Uses& uses) {
+  std::size_t most = 0;
+  for (const List* list : uses) most = std::max(most, list->items.size());
+  if (uses.size() < 2) return;
+  while (most > 0) edits.Add(WithoutNumber(uses, --most));
+}
+
+/// A definition "f(int a, int b) { ... }".
+struct Definition {
+  const List* parameters;
+  Range body;
+};
+
+/// The first of the lists with a body behind it.
+std::optional<Definition> FindDefinition(const Program& program, const Tree& tree,
+                                         const Uses& uses) {
+  for (const List* list : uses) {
+    const std::uint32_t behind = list->inside.end + 1;
+    const bool body = behind < program.Size() && tree.Opens(behind) && program.Text(behind) == "{";
+    if (body) return Definition{list, {behind, tree.Partner(behind)}};
+  }
+  return std::nullopt;
+}
+
+/// The first argument of a number; no words when there is none.
+Range ArgumentFor(const Uses& uses, const List* parameters, std::size_t number) {
+  for (const List* list : uses) {
+    if (list != parameters && number < list->items.size()) return list->items[number];
+  }
+  return {0, 0};
+}
+
+/// Puts what the first call has for a parameter in the parameter's places.
+class Arguments {
+ public:
+  Arguments(EditList& allEdits, const Program& wholeProgram,
+            const std::map<std::string_view, Places>& allPlaces)
+      : edits(allEdits), program(wholeProgram), places(allPlaces) {}
+
+  void PutIn(const Definition& definition, const Uses& uses) {
+    for (std::size_t number = 0; number < definition.parameters->items.size(); ++number) {
+      const Range parameter = definition.parameters->items[number];
+      const Range argument = ArgumentFor(uses, definition.parameters, number);
+      if (parameter.Size() == 0 || argument.Size() == 0) continue;
+      std::vector<Cut> cuts = WithoutNumber(uses, number);
+      const std::size_t before = cuts.size();
+      PutInBody(cuts, program.Text(parameter.end - 1), definition.body, argument);
+      if (cuts.size() > before) edits.Add(cuts);
+    }
+  }
+
+ private:
+  void PutInBody(std::vector<Cut>& cuts, std::string_view name, Range body, Range argument) {
+    const auto found = places.find(name);
+    if (found == places.end()) return;
+    const std::uint32_t text = edits.Put(argument);
+    auto place = std::lower_bound(found->second.begin(), found->second.end(), body.begin);
+    for (; place != found->second.end() && *place < body.end; ++place) {
+      cuts.push_back({{*place, *place + 1}, text});
+    }
+  }
+
+  EditList& edits;
+  const Program& program;
+  const std::map<std::string_view, Places>& places;
+};
 
 /// The name that a template declares: the last one before its parameters, bases, body or end.
 std::uint32_t DeclaredName(const Program& program, const Tree& tree, std::uint32_t begin) {
@@ -106,12 +175,26 @@ EditList RemoveParameters(const Program& program, const Tree& tree) {
   for (const auto& [name, places] : PlacesOfNames(program)) {
     if (IsKeyword(name)) continue;
     for (const std::string_view bracket : {"(", "{"}) {
-      RemoveByNumber(edits, lists, GroupsBehind(program, tree, places, bracket));
+      RemoveByNumber(edits, UsesOf(lists, GroupsBehind(program, tree, places, bracket)));
     }
     Places angles = GroupsBehind(program, tree, places, "<");
     const auto head = heads.find(name);
     if (head != heads.end()) angles.insert(angles.end(), head->second.begin(), head->second.end());
-    RemoveByNumber(edits, lists, angles);
+    RemoveByNumber(edits, UsesOf(lists, angles));
+  }
+  return edits;
+}
+
+EditList InlineArguments(const Program& program, const Tree& tree) {
+  EditList edits;
+  const ListsByOpening lists(tree);
+  const auto names = PlacesOfNames(program);
+  Arguments arguments(edits, program, names);
+  for (const auto& [name, places] : names) {
+    if (IsKeyword(name)) continue;
+    const Uses uses = UsesOf(lists, GroupsBehind(program, tree, places, "("));
+    const auto definition = FindDefinition(program, tree, uses);
+    if (definition) arguments.PutIn(*definition, uses);
   }
   return edits;
 }

@@ -1,6 +1,7 @@
 // Values and types become the plainest there are: 0, "" and int.
 
 #include <cstdint>
+#include <string_view>
 
 #include "refine/names.h"
 #include "refine/passes.h"
@@ -26,6 +27,16 @@ bool StartsQualifiedName(const Program& program, std::uint32_t at) {
   return program.Words()[at].kind == TokenKind::Name && (at == 0 || program.Text(at - 1) != "::");
 }
 
+/// The words between "return" or "=" and the ";" of a statement; none when there is no such.
+Range ValueIn(const Program& program, const Tree& tree, Range item) {
+  const std::uint32_t end = item.end - 1;
+  for (std::uint32_t at = item.begin; at < end; at = tree.Next(at)) {
+    const std::string_view text = program.Text(at);
+    if ((text == "return" || text == "=") && program.Text(end) == ";") return {at + 1, end};
+  }
+  return {end, end};
+}
+
 }  // namespace
 
 EditList PlainValues(const Program& program, const Tree& tree) {
@@ -33,9 +44,9 @@ EditList PlainValues(const Program& program, const Tree& tree) {
   const std::uint32_t zero = edits.Put("0");
   const std::uint32_t empty = edits.Put("\"\"");
   for (const List& list : tree.Lists()) {
-    if (!list.commas) continue;
     for (const Range item : list.items) {
-      if (item.Size() > 1) edits.Replace(item, zero);
+      const Range value = list.commas ? item : ValueIn(program, tree, item);
+      if (value.Size() > 1) edits.Replace(value, zero);
     }
   }
   for (std::uint32_t i = 0; i < program.Size(); ++i) {

@@ -16,12 +16,15 @@ const std::vector<Pass>& Passes() {
       {"brackets", RemoveBrackets},
       {"values", PlainValues},
       {"types", PlainTypes},
+      {"scopes joined", JoinScopes},
+      {"scopes flattened", FlattenScopes},
       {"inlining", InlineNames},
+      {"arguments", InlineArguments},
       {"declarations", MergeDeclarations},
       {"other bodies", MoveBodies},
       {"other types", ReplaceTypes},
-      {"short names", ShortNames},
       {"pairs", RemovePairs},
+      {"short names", ShortNames, true},
   };
   return passes;
 }

@@ -13,6 +13,7 @@ namespace snipwell {
 struct Pass {
   const char* name;
   EditList (*edits)(const Program& program, const Tree& tree);
+  bool renames = false;  ///< it only gives names, so no other pass has more to gain behind it
 };
 
 /// All passes in their order, from coarse to fine.
@@ -48,8 +49,14 @@ EditList RemoveTemplateHeads(const Program& program, const Tree& tree);
 /// F(a) F(b) c  ->  c                    and  int *a; a->b;  ->  int a; a.b;
 EditList RemoveEverywhere(const Program& program, const Tree& tree);
 
+/// namespace a { int b; } int c = a::b;  ->  int b; int c = b;
+EditList FlattenScopes(const Program& program, const Tree& tree);
+/// namespace a { int b; } namespace a { int c; }  ->  namespace a { int b; int c; }
+EditList JoinScopes(const Program& program, const Tree& tree);
 /// typedef int A; A a = 1; f(a);  ->  int a = 1; f(a);  ->  f(1);
 EditList InlineNames(const Program& program, const Tree& tree);
+/// int f(int a) { return a; } f(1);  ->  int f() { return 1; } f();
+EditList InlineArguments(const Program& program, const Tree& tree);
 /// struct A; int a; struct A {};  ->  struct A {}; int a;
 EditList MergeDeclarations(const Program& program, const Tree& tree);
 /// void f() {} void g() { h(); }  ->  void f() { h(); }

@@ -14,6 +14,12 @@ bool IsNameByte(char c) {
          c == '$' || static_cast<unsigned char>(c) >= 0x80;
 }
 
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool StartsNumber(std::string_view text) {
+  return IsDigit(text.front()) || (text.size() > 1 && text.front() == '.' && IsDigit(text[1]));
+}
+
 bool IsIn(char c, std::string_view set) { return set.find(c) != std::string_view::npos; }
 
 Gap GapOf(std::string_view blank) {
@@ -35,11 +41,10 @@ bool StoodTogether(const Word& left, const Word& right) {
 bool MergeWhenJoined(std::string_view left, std::string_view right) {
   const char last = left.back();
   const char first = right.front();
-  const bool number = left.front() == '.' || (left.front() >= '0' && left.front() <= '9');
-  if (number) return IsNameByte(first) || IsIn(first, "'.+-");
+  if (StartsNumber(left)) return IsNameByte(first) || IsIn(first, "'.+-");
   if (IsNameByte(last)) return IsNameByte(first) || IsIn(first, "\"'");
   if (IsIn(last, "\"'")) return IsNameByte(first) || IsIn(first, "\"'");
-  if (last == '.') return IsNameByte(first) || first == '.' || first == '*';
+  if (last == '.') return IsDigit(first) || first == '.' || first == '*';
   return IsIn(last, "+-<>=&|:#/*%!^") && IsIn(first, "+-<>=&|:#/*%");
 }
 

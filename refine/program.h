@@ -33,6 +33,8 @@ struct Range {
   std::uint32_t Size() const { return end - begin; }
 };
 
+inline bool Overlap(Range a, Range b) { return a.begin < b.end && b.begin < a.end; }
+
 /// How the blanks of a text are written.
 enum class Blanks {
   Needed,    ///< line feeds as they were, otherwise no more than the tokens need to stay apart

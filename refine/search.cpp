@@ -24,7 +24,8 @@ bool Search::Run(const std::vector<Pass>& passes) {
   std::size_t next = 0;
   for (std::size_t idle = 0; idle < passes.size() && !stopped;) {
     const std::size_t before = program.Size();
-    idle = RunPass(passes[next]) ? 0 : idle + 1;
+    const bool gained = RunPass(passes[next]);
+    idle = gained && !passes[next].renames ? 0 : idle + 1;
     next = IsMuchLess(program.Size(), before) ? 0 : (next + 1) % passes.size();
   }
   return !stopped;

@@ -40,6 +40,17 @@ inline std::vector<std::string> TextsOf(const Program& program, const Draft& dra
   return texts;
 }
 
+/// The texts of the words that an edit puts in.
+inline std::vector<std::string> TextsOf(const Program& program, const PutIn& put) {
+  std::vector<std::string> texts;
+  const Program own(put.text);
+  for (std::size_t i = 0; i < own.Size(); ++i) texts.emplace_back(own.Text(i));
+  for (std::uint32_t i = put.words.begin; i < put.words.end; ++i) {
+    texts.emplace_back(program.Text(i));
+  }
+  return texts;
+}
+
 /// What is wrong with how a text is written anew, or "".
 inline std::string ComplaintAboutRendering(const std::string& text) {
   // Blanks and comments behind the last word belong to none.
@@ -99,9 +110,8 @@ inline std::string ComplaintAboutEdits(Program& program, const EditList& edits) 
       }
       if (taker == nullptr) expected.emplace_back(program.Text(i));
       if (taker == nullptr || taker->text == 0 || taker->range.begin != i) continue;
-      const std::string text = edits.Text(taker->text);
-      const Program put(text);
-      for (const Word& word : put.Words()) expected.emplace_back(put.Text(word));
+      const PutIn& put = edits.Text(taker->text);
+      for (const std::string& text : TextsOf(program, put)) expected.push_back(text);
     }
     draft.Make(number);
     if (TextsOf(program, draft) != expected) return "an edit takes other words than it names";

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <deque>
 #include <functional>
+#include <iterator>
+#include <map>
 #include <random>
 
 #include "refine/search.h"
@@ -34,35 +36,129 @@ TEST(RefineInvariants, HoldForEveryShortText) {
 }
 
 TEST(RefineInvariants, HoldForRandomPrograms) {
-  const std::vector<std::string> pieces = {"struct ",
-                                           "A",
-                                           "B ",
-                                           "f",
-                                           "{",
-                                           "}",
-                                           "(",
-                                           ")",
-                                           "<",
-                                           ">",
-                                           ";",
-                                           ",",
-                                           "int ",
-                                           "=",
-                                           "return ",
-                                           "::",
-                                           "1",
-                                           "\"x\"",
-                                           "template ",
-                                           "class ",
-                                           ":",
-                                           "\n",
-                                           "#define M(a) a\n",
-                                           "x"};
+  const std::string pieces[] = {"struct ",    "A",
+                                "B ",         "f",
+                                "{",          "}",
+                                "(",          ")",
+                                "<",          ">",
+                                ";",          ",",
+                                "int ",       "=",
+                                "return ",    "::",
+                                "1",          "\"x\"",
+                                "class ",     ":",
+                                "\n",         "x",
+                                "*",          "->",
+                                "A {};",      "*B",
+                                "typedef ",   "namespace ",
+                                "{};",        "a=1;",
+                                "B;",         ".",
+                                "template<>", "requires ",
+                                "f(A x){x",   "f(1)",
+                                "using a",    "#define M(a) a\n"};
   std::mt19937 random(1);
-  for (int i = 0; i < 300; ++i) {
+  std::map<std::string, std::size_t> edits;
+  for (int i = 0; i < 150; ++i) {
     std::string text;
-    for (int length = 0; length < 60; ++length) text += pieces[random() % pieces.size()];
+    for (int length = 0; length < 60; ++length) text += pieces[random() % std::size(pieces)];
     ASSERT_EQ(ComplaintAboutRefining(text), "") << text;
+    const Program program(text);
+    for (const Pass& pass : Passes()) edits[pass.name] += pass.edits(program, Tree(program)).Size();
+  }
+  for (const auto& [pass, count] : edits) EXPECT_GT(count, 0U) << pass;
+}
+
+namespace {
+
+const Pass& PassOf(const std::string& name) {
+  const auto isIt = [&](const Pass& pass) { return pass.name == name; };
+  return *std::find_if(Passes().begin(), Passes().end(), isIt);
+}
+
+/// What each edit of a pass makes of a program, a line each, blanks only where they must be.
+std::string AllOf(const std::string& pass, const std::string& source) {
+  Program program(source);
+  const EditList edits = PassOf(pass).edits(program, Tree(program));
+  std::string all = "\n";
+  for (std::size_t i = 0; i < edits.Size(); ++i) {
+    Draft draft(program, edits);
+    draft.Make(i);
+    all += draft.Render() + "\n";
+  }
+  return all;
+}
+
+}  // namespace
+
+TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
+  const struct {
+    const char* pass;
+    const char* source;
+    const char* result;  // of one of the edits
+  } table[] = {
+      {"unused", "void f();void g(){f();}void h();", "void h();"},
+      {"unused", "namespace a{}inline namespace b{int c;}int d;",
+       "namespace a{}inline namespace b{}int d;"},
+      {"unused", "template<class T>requires requires{T();}struct A;A a;int b;",
+       "template<class T>requires requires{T();}struct A;A a;"},
+      {"items", "int a;int b;int c;", "int b;int c;"},
+      {"items", "f(a,b,c);", "f(a,b);"},
+      {"empty groups", "int f(int a){return a;}", "int f(int a);"},
+      {"groups unwrapped", "if(a){b();}", "b();"},
+      {"template heads", "template<class T>T f();int a=f<int>();", "T f();int a=f();"},
+      {"parameters", "void f(int a,int b){}int c=f(1,2);", "void f(int b){}int c=f(2);"},
+      {"everywhere", "a::b c(a::d);", "b c(d);"},
+      {"everywhere", "F(a)F(b)c", "c"},
+      {"everywhere", "int*a;a->b;", "int a;a.b;"},
+      {"everywhere", "int a;f(a,b);", "f(b);"},
+      {"brackets", "a=(b);", "a=b;"},
+      {"values", "f(a+b,1);", "f(0,1);"},
+      {"values", "return f(1);", "return 0;"},
+      {"types", "std::vector<int>::iterator a;", "int a;"},
+      {"scopes joined", "namespace a{int b;}namespace a{int c;}", "namespace a{int b;int c;}"},
+      {"scopes flattened", "namespace a{int b;}int c=a::b;", "int b;int c=b;"},
+      {"scopes flattened", "struct A{int b;};int f(){A a;a.b=a.b;}", "int b;int f(){b=b;}"},
+      {"inlining", "typedef int A;A a;", "int a;"},
+      {"inlining", "using A=B<int>;A a;", "B<int>a;"},
+      {"inlining", "int a{1};f(a);", "f(1);"},
+      {"inlining", "int f(){int a=1;a;}int g(){int a=2;a;}", "int f(){int a=1;a;}int g(){2;}"},
+      {"inlining", "a=b+1;f(a);", "f(b+1);"},
+      {"arguments", "int f(int a,int b){return a;}f(1,2);", "int f(int b){return 1;}f(2);"},
+      {"declarations", "struct A;A*a;struct A{};", "struct A{};A*a;"},
+      {"bodies", "void f(){}void g(){h();}", "void f(){h();}"},
+      {"other types", "struct A{};struct B{};B b;", "struct A{};A b;"},
+      {"other types", "struct A;struct A{};A b;", "int b;"},
+      {"pairs", "struct A*b;b->c;", "struct A b;b.c;"},
+      {"short names", "int count=1;count;", "int a=1;a;"},
+  };
+  for (const auto& [pass, source, result] : table) {
+    const std::string all = AllOf(pass, source);
+    EXPECT_NE(all.find("\n" + std::string(result) + "\n"), std::string::npos) << source << all;
+  }
+}
+
+/// Twice the program may have a little more than twice the cuts, for the halves of the whole.
+TEST(RefinePasses, GrowWithTheProgram) {
+  const std::string flat =
+      "struct A;struct A{int a=1;};typedef A B;int f(){A a=g(a);a.b;return a->c::d(1,\"x\");}\n"
+      "namespace n{}namespace n{template<class T,int N>T h(T t){}}\n";
+  const auto count = [](const Pass& pass, const std::string& text) {
+    const Program program(text);
+    const EditList edits = pass.edits(program, Tree(program));
+    std::size_t cuts = edits.Size();
+    for (std::size_t i = 0; i < edits.Size(); ++i) cuts += edits[i].end() - edits[i].begin();
+    return cuts;
+  };
+  const auto times = [](int number, const std::string& text) {
+    std::string all;
+    while (number-- > 0) all += text;
+    return all;
+  };
+  for (const Pass& pass : Passes()) {
+    const std::size_t once = count(pass, times(50, flat));
+    EXPECT_LE(count(pass, times(100, flat)), once * 5 / 2 + 10) << pass.name;
+    const std::size_t deep = count(pass, times(50, "struct A{A a=(1,") + times(50, ");};"));
+    EXPECT_LE(count(pass, times(100, "struct A{A a=(1,") + times(100, ");};")), deep * 5 / 2 + 10)
+        << pass.name << ", nested";
   }
 }
 
@@ -83,6 +179,7 @@ class TextJudge : public Judge {
     open.erase(std::remove_if(open.begin(), open.end(), isAt), open.end());
   }
   std::optional<Answer> Await() override {
+    if (answers-- == 0) return std::nullopt;
     std::swap(open.at(random() % open.size()), open.back());
     const Answer answer = open.back();
     open.pop_back();
@@ -94,6 +191,9 @@ class TextJudge : public Judge {
   std::mt19937 random;
   std::function<bool(const std::string&)> judge;
   std::vector<Answer> open;
+
+ public:
+  std::size_t answers = SIZE_MAX;  ///< to give before it stops the search
 };
 
 bool HoldsInOrder(const std::vector<std::string>& wanted, const std::string& text) {
@@ -146,6 +246,25 @@ TEST(RefineSearch, LeavesJustWhatIsWanted) {
     for (const std::size_t places : {2, 7}) {
       EXPECT_EQ(Accepted(kSource, wanted, places, round), accepted) << places << " places";
     }
+  }
+}
+
+TEST(RefineSearch, LeavesWhatHoldsWheneverItIsStopped) {
+  const std::vector<std::string> wanted = {"template", "class", "item", "for", "first", "job"};
+  std::size_t smallest = SIZE_MAX;
+  for (std::size_t answers = 0; answers < 400; answers += 1 + answers / 20) {
+    TextJudge judge(3, 1, [&](const std::string& text) { return HoldsInOrder(wanted, text); });
+    judge.answers = answers;
+    std::string last = Program(kSource).Render();
+    Search search(judge, Program(kSource),
+                  [&](const Program&, const std::string& text) { last = text; });
+    if (search.Run(Passes())) {
+      EXPECT_EQ(TextsOf(search.Result(), search.Result().Words()), wanted) << answers;
+    }
+    EXPECT_EQ(search.Result().Render(), last) << answers;
+    EXPECT_TRUE(HoldsInOrder(wanted, last)) << answers;
+    EXPECT_LE(search.Result().Size(), smallest) << answers;
+    smallest = search.Result().Size();
   }
 }
 
