@@ -20,6 +20,7 @@
 #include <system_error>
 #include <vector>
 
+#include "compile/test_command.h"
 #include "failure/crash_headline.h"
 #include "failure/deciding_line.h"
 #include "failure/line_rewriter.h"
@@ -114,7 +115,7 @@ Answer Test(const Options& options, const fs::path& folder) {
   const fs::path place = folder / "test";
   fs::create_directory(place);
   fs::copy_file(options.source, place / SourceName(options.source));
-  const RunResult result = RunCommand(TestCommand(options), options, folder, place);
+  const RunResult result = RunCommand(TestWords(options.testCommand), options, folder, place);
   Answer answer;
   answer.interruptedBy = result.interruptedBy;
   if (result.end.timedOut) {
