@@ -1,5 +1,6 @@
 #include "judge/compiler_checks.h"
 
+#include <csignal>
 #include <utility>
 
 #include "failure/failure_reader.h"
@@ -10,12 +11,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A child at its limit hangs; any other fails as its output tells.
+/// A child at its limit hangs, one that the system kills is out of memory; any other fails as its
+/// output tells.
 Failure Concluded(FailureReader& reader, const platform::Child& child) {
-  if (child.HasEnded() && child.End().timedOut) return {FailureKind::Hang, "not ended", false};
-  const bool ended = child.HasEnded();
-  const bool succeeded = ended && child.End().signal == 0 && child.End().status == 0;
-  return reader.Conclude(child.Output(), ended ? child.End().signal : 0, succeeded);
+  if (!child.HasEnded()) return reader.Conclude(child.Output(), 0, false);
+  const platform::ChildEnd& end = child.End();
+  if (end.timedOut) return {FailureKind::Hang, "not ended", false};
+  const Failure failure =
+      reader.Conclude(child.Output(), end.signal, end.signal == 0 && end.status == 0);
+  const bool killed = end.signal == SIGKILL && !reader.IsDecided();
+  return killed ? Failure{FailureKind::OutOfMemory, "out of memory", false} : failure;
 }
 
 class FailsAlikeRun : public CheckRun {
@@ -50,9 +55,10 @@ class AcceptsRun : public CheckRun {
  public:
   std::optional<bool> Look(const platform::Child& child) override {
     reader.Read(child.Output());
-    if (!reader.IsDecided() && !child.HasEnded()) return std::nullopt;
-    return child.HasEnded() && child.End().started && child.End().status == 0 &&
-           child.End().signal == 0 && !child.End().timedOut;
+    if (reader.IsDecided()) return false;
+    if (!child.HasEnded()) return std::nullopt;
+    const platform::ChildEnd& end = child.End();
+    return end.started && end.status == 0 && end.signal == 0 && !end.timedOut;
   }
 
  private:
