@@ -26,8 +26,7 @@ cd "$project"
 for file in README.md NEWS.md docs/*.md; do
   cmp -s "$file" "$prefix/share/doc/snipwell/$file" || fail "no $file"
 done
-for file in share/doc/snipwell/copyright share/man/man1/snip.1 \
-  share/snipwell/criteria/gcc.criteria share/snipwell/criteria/clang.criteria; do
+for file in share/doc/snipwell/copyright share/man/man1/snip.1 share/man/man1/snip-cc.1; do
   [ -s "$prefix/$file" ] || fail "no $file"
 done
 man --help 2>&1 | grep -q -e --warnings || echo "NOT RUN: the manual pages, for want of a man"
