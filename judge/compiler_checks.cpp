@@ -28,7 +28,6 @@ class FailsAlikeRun : public CheckRun {
   FailsAlikeRun(const Failure& wantedFailure, bool errorsAllowed, const Place& programPlace,
                 const FailsAlike::OtherCrash& onOtherCrash)
       : wanted(wantedFailure),
-        allowErrors(errorsAllowed),
         place(programPlace),
         otherCrash(onOtherCrash),
         reader(errorsAllowed && wanted.kind != FailureKind::Error) {}
@@ -37,15 +36,13 @@ class FailsAlikeRun : public CheckRun {
     reader.Read(child.Output());
     if (!reader.IsDecided() && !child.HasEnded()) return std::nullopt;
     const Failure failure = Concluded(reader, child);
-    const bool valid = allowErrors || wanted.kind == FailureKind::Error || !failure.errorsBefore;
-    if (failure.IsSameAs(wanted)) return valid;
-    if (failure.kind == FailureKind::Crash && valid && otherCrash) otherCrash(failure, place);
-    return false;
+    const bool same = failure.IsSameAs(wanted);
+    if (!same && failure.kind == FailureKind::Crash && otherCrash) otherCrash(failure, place);
+    return same;
   }
 
  private:
   const Failure& wanted;
-  bool allowErrors;
   const Place& place;
   const FailsAlike::OtherCrash& otherCrash;
   FailureReader reader;

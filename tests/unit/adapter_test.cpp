@@ -250,7 +250,9 @@ TEST(FailureReader, LeavesTheAnswerAsItWouldBe) {
   int decided = 0;
   for (std::size_t i = 0; i < size * size * size * size; ++i) {
     std::string all;
-    for (std::size_t left = i, n = 0; n < 4; ++n, left /= size) all += pool[left % size] + '\n';
+    std::vector<std::string> lines;
+    for (std::size_t left = i, n = 0; n < 4; ++n, left /= size) lines.push_back(pool[left % size]);
+    for (const std::string& line : lines) all += line + '\n';
     for (const bool pastErrors : {false, true}) {
       FailureReader reader(pastErrors);
       std::string read;
@@ -266,6 +268,9 @@ TEST(FailureReader, LeavesTheAnswerAsItWouldBe) {
         EXPECT_TRUE(whole.IsSameAs(early) && whole.errorsBefore == early.errorsBefore) << all;
       }
       EXPECT_FALSE(pastErrors && early.kind == FailureKind::Error);
+      if (early.kind == FailureKind::Crash) {
+        EXPECT_EQ(early.headline, CrashHeadline(lines, 6));
+      }
     }
   }
   EXPECT_GT(decided, 10000);
