@@ -9,8 +9,6 @@ namespace snipwell {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// A child at its limit hangs, one that the system kills is out of memory; any other fails as its
 /// output tells.
 Failure Concluded(FailureReader& reader, const platform::Child& child) {
