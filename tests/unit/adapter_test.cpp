@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "snip_cc/options.h"
 
 namespace snipwell::snip_cc {
+namespace {
 
 TEST(RewriteLine, PutsIntoParenthesesWhatDiffersBetweenRuns) {
   const struct {
@@ -234,46 +236,65 @@ TEST(FailureReader, TellsHowACompilationFails) {
   EXPECT_EQ(ReadWhole("x.c:1: error: a", true, 0, true).kind, FailureKind::None);
 }
 
+/// The failure as it is known when it is decided, if it ever is before the output's end.
+std::optional<Failure> ReadUntilDecided(const std::string& output, bool pastErrors) {
+  constexpr std::size_t kPiece = 7;
+  FailureReader reader(pastErrors);
+  std::string read;
+  while (!reader.IsDecided() && read.size() < output.size()) {
+    read = output.substr(0, read.size() + kPiece);
+    reader.Read(read);
+  }
+  if (!reader.IsDecided()) return std::nullopt;
+  return reader.Conclude(read, 0, false);
+}
+
+const std::vector<std::string> kPool = {"x.c:1:2: error: no",
+                                        "x.c:1:2: error: Assertion `x'",
+                                        "f: Assertion `a' failed.",
+                                        "LLVM ERROR: out",
+                                        "virtual memory exhausted",
+                                        "Stack dump:",
+                                        "0x12ab56 fold(tree)",
+                                        "Please submit a full bug report",
+                                        "internal compiler error: in f",
+                                        "internal compiler error: Aborted"};
+
+/// All outputs of four lines out of the pool.
+std::vector<std::vector<std::string>> AllOfFourLines() {
+  std::vector<std::vector<std::string>> all = {{}};
+  for (std::size_t i = 0; all[i].size() < 4; ++i) {
+    for (const std::string& line : kPool) {
+      std::vector<std::string> longer = all[i];
+      longer.push_back(line);
+      all.push_back(longer);
+    }
+  }
+  all.erase(all.begin(), all.end() - 10'000);
+  return all;
+}
+
 // Whatever the compiler would have written behind the line that decides, and however it had ended.
 TEST(FailureReader, LeavesTheAnswerAsItWouldBe) {
-  const std::vector<std::string> pool = {"x.c:1:2: error: no",
-                                         "x.c:1:2: error: Assertion `x'",
-                                         "f: Assertion `a' failed.",
-                                         "LLVM ERROR: out",
-                                         "virtual memory exhausted",
-                                         "Stack dump:",
-                                         "0x12ab56 fold(tree)",
-                                         "Please submit a full bug report",
-                                         "internal compiler error: in f",
-                                         "internal compiler error: Aborted"};
-  const std::size_t size = pool.size();
   int decided = 0;
-  for (std::size_t i = 0; i < size * size * size * size; ++i) {
+  for (const std::vector<std::string>& lines : AllOfFourLines()) {
     std::string all;
-    std::vector<std::string> lines;
-    for (std::size_t left = i, n = 0; n < 4; ++n, left /= size) lines.push_back(pool[left % size]);
     for (const std::string& line : lines) all += line + '\n';
     for (const bool pastErrors : {false, true}) {
-      FailureReader reader(pastErrors);
-      std::string read;
-      while (!reader.IsDecided() && read.size() < all.size()) {
-        read = all.substr(0, read.size() + 7);
-        reader.Read(read);
-      }
-      if (!reader.IsDecided()) continue;
+      const std::optional<Failure> early = ReadUntilDecided(all, pastErrors);
+      if (!early) continue;
       ++decided;
-      const Failure early = reader.Conclude(read, 0, false);
       for (const int signal : {0, 6}) {
         const Failure whole = ReadWhole(all, pastErrors, signal, signal == 0);
-        EXPECT_TRUE(whole.IsSameAs(early) && whole.errorsBefore == early.errorsBefore) << all;
+        EXPECT_TRUE(whole.IsSameAs(*early) && whole.errorsBefore == early->errorsBefore) << all;
       }
-      EXPECT_FALSE(pastErrors && early.kind == FailureKind::Error);
-      if (early.kind == FailureKind::Crash) {
-        EXPECT_EQ(early.headline, CrashHeadline(lines, 6));
+      EXPECT_FALSE(pastErrors && early->kind == FailureKind::Error);
+      if (early->kind == FailureKind::Crash) {
+        EXPECT_EQ(early->headline, CrashHeadline(lines, 6));
       }
     }
   }
-  EXPECT_GT(decided, 10000);
+  EXPECT_GT(decided, 10'000);
 }
 
 TEST(Options, AreTakenOutAndTheRestIsTranslated) {
@@ -316,4 +337,5 @@ TEST(Invocation, KeepsOutputAndCrashReportsAway) {
   EXPECT_EQ(SourceName("big.cpp"), "big.cpp");
 }
 
+}  // namespace
 }  // namespace snipwell::snip_cc
