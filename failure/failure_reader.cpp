@@ -10,11 +10,15 @@ namespace snipwell {
 namespace {
 
 // What a compiler that is out of memory says of it; what it then calls an internal error is none.
+// The system kills whoever has most of it.
 constexpr std::string_view kOutOfMemory[] = {
     "out of memory allocating", "LLVM ERROR: out of memory", "virtual memory exhausted",
-    "what():  std::bad_alloc", "Killed signal terminated program"};
+    "Killed signal terminated program", "unable to execute command: Killed"};
 
+/// Not what an error says, or the source that it shows: there the words are the program's.
 bool TellsOutOfMemory(const std::string& line) {
+  if (line == "  what():  std::bad_alloc") return true;
+  if (line.empty() || line[0] == ' ' || MeaningOf(line) == LineMeaning::Error) return false;
   return std::any_of(std::begin(kOutOfMemory), std::end(kOutOfMemory),
                      [&](std::string_view mark) { return line.find(mark) != std::string::npos; });
 }

@@ -224,6 +224,12 @@ TEST(FailureReader, TellsHowACompilationFails) {
       {"", 11, FailureKind::Crash, "ended by signal 11", false},
       {"cc1plus: out of memory allocating 9 bytes\n", 0, FailureKind::OutOfMemory, "out of memory",
        false},
+      {"x.c:1: error: no: out of memory allocating\n  1 | LLVM ERROR: out of memory", 0,
+       FailureKind::Error, "error: no: out of memory allocating", false},
+      {"terminate called\n  what():  std::bad_alloc", 6, FailureKind::OutOfMemory, "out of memory",
+       false},
+      {"clang: error: unable to execute command: Killed", 0, FailureKind::OutOfMemory,
+       "out of memory", false},
       {"LLVM ERROR: out of memory\nStack dump:", 6, FailureKind::OutOfMemory, "out of memory",
        false},
   };
