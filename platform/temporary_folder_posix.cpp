@@ -9,7 +9,7 @@ namespace snipwell::platform {
 
 TemporaryFolder::TemporaryFolder() {
   std::string name =
-      std::filesystem::absolute(std::filesystem::temp_directory_path() / "snipwell-XXXXXX").string();
+      std::filesystem::absolute(std::filesystem::temp_directory_path() / "snip-cc-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) {
     throw std::filesystem::filesystem_error("cannot make a temporary folder", name,
                                             std::error_code(errno, std::generic_category()));
