@@ -104,10 +104,12 @@ TEST_F(ProcessJudgeTest, TellsOneFailureFromAnother) {
 }
 
 TEST_F(ProcessJudgeTest, AsksTheNextCheckOnlyWhenTheLastOneHolds) {
-  Add(std::make_unique<FailsAlike>(Compiler("grep -q a $1 && echo LLVM ERROR: out; sleep 0.0$$"),
-                                   kCrash, false, FailsAlike::OtherCrash()));
-  Add(std::make_unique<Accepts>(Compiler("grep -q b $1 || echo x: error: no; echo >$2")));
-  Add(std::make_unique<Accepts>(Compiler("! [ -e $2 ] && ! grep -q c $1")));
+  const std::string log = "echo >>" + folder.NameOf("log") + "; ";
+  Add(std::make_unique<FailsAlike>(
+      Compiler(log + "grep -q a $1 && echo LLVM ERROR: out; sleep 0.0$$"), kCrash, false,
+      FailsAlike::OtherCrash()));
+  Add(std::make_unique<Accepts>(Compiler(log + "grep -q b $1 || echo x: error: no; echo >$2")));
+  Add(std::make_unique<Accepts>(Compiler(log + "! [ -e $2 ] && ! grep -q c $1")));
   Start(3);
   const std::string texts[] = {"",  "a", "b", "c",  "ab", "ac", "bc", "abc",
                                "a", "b", "",  "ab", "ab", "ab", "ca", "abc"};
@@ -129,22 +131,22 @@ TEST_F(ProcessJudgeTest, AsksTheNextCheckOnlyWhenTheLastOneHolds) {
     open.erase(answer->place);
     if (next < std::size(texts)) ask(answer->place);
   }
-  EXPECT_EQ(judge->Commands(), commands);
+  EXPECT_EQ(folder.Read("log").size(), commands);
 }
 
 // Each time, whatever the run before has left there.
 TEST_F(ProcessJudgeTest, RunsATestWhereThereIsTheProgramAlone) {
-  const std::string test =
-      folder.Write("test",
-                   "[ \"$(ls -A)\" = my.x.c ] && [ \"$(cat my.x.c)\" = 'a;' ] && [ $# = 0 ] &&\n"
-                   "  [ -z \"$(ls -A $TMPDIR)\" ] && echo b >>my.x.c && mkdir -p d/e $TMPDIR/f\n");
+  const std::string test = folder.Write(
+      "test", "echo >>" + folder.NameOf("log") +
+                  "; [ \"$(ls -A)\" = my.x.c ] && [ \"$(cat my.x.c)\" = 'a;' ] && [ $# = 0 ] &&\n"
+                  "  [ -z \"$(ls -A $TMPDIR)\" ] && echo b >>my.x.c && mkdir -p d/e $TMPDIR/f\n");
   for (int i = 0; i < 2; ++i) {
     Add(std::make_unique<TestHolds>(TestWords("sh " + test), 0));
   }
   Start(1);
   for (int i = 0; i < 2; ++i) EXPECT_EQ(judge->AskNow("a;"), true);
   EXPECT_EQ(judge->AskNow("b;"), false);
-  EXPECT_EQ(judge->Commands(), 5U);
+  EXPECT_EQ(folder.Read("log").size(), 5U);
 }
 
 TEST_F(ProcessJudgeTest, LeavesNothingOfADroppedQuestion) {
