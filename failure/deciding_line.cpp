@@ -82,7 +82,8 @@ std::string AssertionText(const std::string& line) {
 Reading Read(const std::string& line) {
   if (line.empty() || std::isspace(static_cast<unsigned char>(line[0])) != 0) return {};
   const std::size_t error = PlaceOfError(line);
-  if (Behind(line, {": warning: ", ": note: "}) < error) return {};
+  const std::size_t remark = Behind(line, {": warning: ", ": note: "});
+  if (remark != kNowhere && remark <= error) return {};
   if (error != kNowhere) return ReadError(line.substr(error));
   const std::size_t internal = Behind(line, {"internal compiler error: ", "internal error: "});
   if (internal != kNowhere) {

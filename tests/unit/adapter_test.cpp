@@ -154,6 +154,7 @@ TEST(DecidingLine, KnowsWhoIsAtFault) {
       {"clang: error: linker command failed with exit code 1", LineMeaning::Error, ""},
       {"x.c:1:2: warning: LLVM ERROR: x", LineMeaning::None, ""},
       {"x.c:1:2: note: in Assertion `x'", LineMeaning::None, ""},
+      {"x.c:1:2: note: error: no", LineMeaning::None, ""},
       {"x.c:1:2: error: no: note: x", LineMeaning::Error, ""},
       {"  puts(\"x: error: no\");", LineMeaning::None, ""},
       {"1 error generated.", LineMeaning::None, ""},
