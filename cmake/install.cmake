@@ -3,10 +3,11 @@ include(GNUInstallDirs)
 
 set(snipwell_data_dir ${CMAKE_INSTALL_DATADIR}/snipwell)
 
-install(TARGETS snip RUNTIME)
-if(TARGET snip-cc)
-  install(TARGETS snip-cc RUNTIME)
-endif()
+foreach(program snip snip-cc snipwell_program)
+  if(TARGET ${program})
+    install(TARGETS ${program} RUNTIME)
+  endif()
+endforeach()
 
 install(FILES README.md NEWS.md packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # A folder of its own, so that the links of the README lead there.
@@ -15,10 +16,7 @@ install(DIRECTORY share/ DESTINATION ${snipwell_data_dir}/criteria
         FILES_MATCHING PATTERN "*.criteria")
 
 if(NOT WIN32)
-  install(FILES man/snip.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  if(TARGET snip-cc AND EXISTS ${PROJECT_SOURCE_DIR}/man/snip-cc.1)
-    install(FILES man/snip-cc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  endif()
+  install(DIRECTORY man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 FILES_MATCHING PATTERN "*.1")
   # In share, not in libexec: it is the user who names it, and it fits every machine.
   install(PROGRAMS scripts/g++.sh DESTINATION ${snipwell_data_dir})
 endif()

@@ -12,15 +12,6 @@ namespace {
 
 constexpr std::size_t kFramesToTell = 3;
 
-/// What follows `mark` in the first line that holds it; "" when none does.
-std::string TextBehind(const std::vector<std::string>& lines, const std::string& mark) {
-  for (const std::string& line : lines) {
-    const std::size_t place = line.find(mark);
-    if (place != std::string::npos) return line.substr(place + mark.size());
-  }
-  return std::string();
-}
-
 /// The first in the alphabet of the functions that stand in the dump again and again, or "": when
 /// the stack has overflowed, chance decides which of them is on top.
 std::string RecursiveFunction(std::vector<std::string> names) {
@@ -45,26 +36,35 @@ std::string TopFrames(const std::vector<std::string>& lines) {
   return told;
 }
 
-std::string Identity(const std::vector<std::string>& lines, bool endedBySignal) {
-  const auto tells = [](const std::string& line) {
-    const LineMeaning meaning = MeaningOf(line);
-    return meaning == LineMeaning::Failure || meaning == LineMeaning::Crash;
-  };
-  const auto first = std::find_if(lines.begin(), lines.end(), tells);
-  if (first == lines.end() && !endedBySignal) return std::string();
-  const std::string text = first != lines.end() ? FailureText(*first) : std::string();
+/// What follows the words in which gcc names the signal that has ended it, or "".
+std::string NameOfSignal(const std::string& line) {
+  const std::string mark = "internal compiler error: ";
+  const std::size_t place = line.find(mark);
+  return place == std::string::npos ? std::string() : line.substr(place + mark.size());
+}
+
+bool TellsCrash(const std::string& line) {
+  const LineMeaning meaning = MeaningOf(line);
+  return meaning == LineMeaning::Failure || meaning == LineMeaning::Crash;
+}
+
+/// A crash of which the line `told` is the first to tell; null when none does.
+std::string Identity(const std::vector<std::string>& lines, const std::string* told, int signal) {
+  const std::string text = told != nullptr ? FailureText(*told) : std::string();
   if (!text.empty()) return text;
   const std::string frames = TopFrames(lines);
   if (!frames.empty()) return frames;
-  const std::string signal = TextBehind(lines, "internal compiler error: ");
-  if (!signal.empty()) return signal;
-  return endedBySignal ? std::string() : "a crash without a stack dump";
+  if (told == nullptr) return "ended by signal " + std::to_string(signal);
+  const std::string name = NameOfSignal(*told);
+  return name.empty() ? "a crash without a stack dump" : name;
 }
 
 }  // namespace
 
-std::string CrashHeadline(const std::vector<std::string>& lines, bool endedBySignal) {
-  std::string identity = Identity(lines, endedBySignal);
+std::string CrashHeadline(const std::vector<std::string>& lines, int signal) {
+  const auto first = std::find_if(lines.begin(), lines.end(), TellsCrash);
+  if (first == lines.end() && signal == 0) return std::string();
+  std::string identity = Identity(lines, first == lines.end() ? nullptr : &*first, signal);
   // The tool overlooks what is in parentheses.
   std::replace(identity.begin(), identity.end(), '(', '[');
   std::replace(identity.begin(), identity.end(), ')', ']');

@@ -1,8 +1,11 @@
 #include "failure/deciding_line.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstddef>
 #include <initializer_list>
+
+#include "failure/line_rewriter.h"
 
 namespace snipwell {
 
@@ -34,20 +37,35 @@ bool IsGeneric(const std::string& text) {
                            "Floating point exception", "Trace/breakpoint trap", "Bad system call"});
 }
 
+// Of compilers and assemblers; behind a number sign or a "C" there is the error's own number.
+constexpr const char* kErrors[] = {
+    ": error: ",       ": fatal error: ",       ": Error: ", ": error #", ": error C",
+    ": fatal error C", ": catastrophic error: "};
+
+/// Where an error is told, from the word "error" on; nowhere when there is none.
+std::size_t PlaceOfError(const std::string& line) {
+  std::size_t first = kNowhere;
+  for (const char* const mark : kErrors) first = std::min(first, line.find(mark));
+  return first == kNowhere ? kNowhere : first + 2;
+}
+
 /// A failure; without a text it is a crash like any other.
-Reading Failure(const std::string& text) {
+Reading Failure(const std::string& said) {
+  const std::string text = WithoutPlaces(said);
   return {text.empty() ? LineMeaning::Crash : LineMeaning::Failure, text};
 }
 
-/// What follows ": error: ". The driver's word on how the compiler proper ended, and what the back
-/// end gives up with, look like errors of the program.
-Reading ReadError(const std::string& text) {
+/// What an error says. The driver's word on how the compiler proper ended, and what the back end
+/// gives up with, look like errors of the program.
+Reading ReadError(const std::string& error) {
+  const std::string text = error.substr(std::min(error.find(": ") + 2, error.size()));
   const std::string backEnd = "error in backend: ";
   if (text.compare(0, backEnd.size(), backEnd) == 0) return Failure(text.substr(backEnd.size()));
-  const bool byDriver =
+  const bool ofCompiler =
       HoldsOneOf(text, {"unable to execute command: ", "frontend command failed",
-                        "command failed due to signal", "signal terminated program"});
-  return byDriver ? Failure(text) : Reading{LineMeaning::Error, ""};
+                        "command failed due to signal", "signal terminated program"}) ||
+      error.rfind("fatal error C1001", 0) == 0;
+  return ofCompiler ? Failure(text) : Reading{LineMeaning::Error, WithoutPlaces(error)};
 }
 
 /// "function: Assertion `...' failed." of "program: file:12: function: Assertion `...' failed."
@@ -63,10 +81,11 @@ std::string AssertionText(const std::string& line) {
 
 Reading Read(const std::string& line) {
   if (line.empty() || std::isspace(static_cast<unsigned char>(line[0])) != 0) return {};
-  const std::size_t error = Behind(line, {": error: ", ": fatal error: "});
-  if (Behind(line, {": warning: ", ": note: "}) < error) return {};
+  const std::size_t error = PlaceOfError(line);
+  const std::size_t remark = Behind(line, {": warning: ", ": note: "});
+  if (remark != kNowhere && remark <= error) return {};
   if (error != kNowhere) return ReadError(line.substr(error));
-  const std::size_t internal = Behind(line, {"internal compiler error: "});
+  const std::size_t internal = Behind(line, {"internal compiler error: ", "internal error: "});
   if (internal != kNowhere) {
     const std::string text = line.substr(internal);
     return Failure(IsGeneric(text) ? "" : text);
@@ -76,26 +95,35 @@ Reading Read(const std::string& line) {
   const std::size_t fatal =
       Behind(line, {"error in backend: ", "LLVM ERROR: ", "UNREACHABLE executed at "});
   if (fatal != kNowhere) return Failure(line.substr(fatal));
-  const bool dump = HoldsOneOf(line, {"Stack dump:", "PLEASE submit a bug report"});
-  return {dump ? LineMeaning::Crash : LineMeaning::None, ""};
+  if (HoldsOneOf(line, {"Stack dump:", "PLEASE submit a bug report"})) return Failure("");
+  // gcc's words behind the stack.
+  const bool dumpEnd = line.rfind("Please submit a full bug report", 0) == 0;
+  return {dumpEnd ? LineMeaning::DumpEnd : LineMeaning::None, ""};
+}
+
+/// What a line says, if it has this meaning.
+std::string TextIf(LineMeaning meaning, const std::string& line) {
+  const Reading reading = Read(line);
+  return reading.meaning == meaning ? reading.text : std::string();
 }
 
 }  // namespace
 
 LineMeaning MeaningOf(const std::string& line) { return Read(line).meaning; }
 
-std::string FailureText(const std::string& line) {
-  const Reading reading = Read(line);
-  return reading.meaning == LineMeaning::Failure ? reading.text : std::string();
-}
+std::string FailureText(const std::string& line) { return TextIf(LineMeaning::Failure, line); }
+
+std::string ErrorText(const std::string& line) { return TextIf(LineMeaning::Error, line); }
 
 bool DecidingLine::Take(const std::string& line) {
-  if (crashed || meaning != LineMeaning::None) return meaning != LineMeaning::None;
+  if (meaning != LineMeaning::None) return true;
   const LineMeaning found = MeaningOf(line);
-  crashed = found == LineMeaning::Crash;
-  if (found == LineMeaning::Failure || (found == LineMeaning::Error && errorsDecide)) {
+  if (crashed) {
+    if (found == LineMeaning::DumpEnd) meaning = LineMeaning::Failure;
+  } else if (found == LineMeaning::Failure || (found == LineMeaning::Error && errorsDecide)) {
     meaning = found;
   }
+  crashed = crashed || found == LineMeaning::Crash;
   return meaning != LineMeaning::None;
 }
 

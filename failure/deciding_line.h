@@ -13,6 +13,7 @@ enum class LineMeaning {
   Failure,
   /// The compiler itself failed, but only what follows can tell how, such as a stack dump.
   Crash,
+  DumpEnd,  ///< behind a stack dump, whose functions have all been named
 };
 
 /// The meaning of a line without colours. One that begins with a blank shows the source or belongs
@@ -23,9 +24,13 @@ LineMeaning MeaningOf(const std::string& line);
 /// program; of any other line, "".
 std::string FailureText(const std::string& line);
 
+/// Of a line that means an error, what it says, from the word "error" on and without places in the
+/// program; of any other line, "".
+std::string ErrorText(const std::string& line);
+
 /// Finds the line that decides what a compilation comes to, while the compiler still writes: the
 /// first one that means a failure, or, if the program has to be right, an error. After a crash
-/// whose kind only the rest of the output can tell, nothing decides any more.
+/// whose kind only the rest of the output can tell, only the end of its dump decides.
 class DecidingLine {
  public:
   explicit DecidingLine(bool mustBeRight) : errorsDecide(mustBeRight) {}
@@ -35,6 +40,8 @@ class DecidingLine {
 
   /// What the line that decided means: None when there was none yet, else Error or Failure.
   LineMeaning Meaning() const { return meaning; }
+  /// True when a crash was there whose kind only what follows can tell.
+  bool HasCrashed() const { return crashed; }
 
  private:
   bool errorsDecide;

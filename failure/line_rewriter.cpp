@@ -92,7 +92,27 @@ std::size_t EndOfTemporaryName(const std::string& line, std::size_t at, const st
   return end;
 }
 
+/// The end of ":line:column" that starts at `at`, or `at`.
+std::size_t EndOfLineAndColumn(const std::string& text, std::size_t at) {
+  if (text[at] != ':' || at == 0 || EndsName(text[at - 1])) return at;
+  const std::size_t lineEnd = SkipDigits(text, at + 1);
+  if (lineEnd == at + 1 || lineEnd == text.size() || text[lineEnd] != ':') return at;
+  const std::size_t columnEnd = SkipDigits(text, lineEnd + 1);
+  return columnEnd > lineEnd + 1 ? columnEnd : at;
+}
+
 }  // namespace
+
+std::string WithoutPlaces(const std::string& message) {
+  std::string text;
+  for (std::size_t at = 0; at < message.size() && EndOfAddress(message, at) == at;) {
+    const std::size_t end = EndOfLineAndColumn(message, at);
+    if (end == at) text += message[at++];
+    at = std::max(at, end);
+  }
+  while (!text.empty() && IsBlank(text.back())) text.pop_back();
+  return text;
+}
 
 std::string WithoutColours(const std::string& line) {
   std::string plain;

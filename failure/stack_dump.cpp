@@ -8,6 +8,8 @@
 #include <initializer_list>
 #include <sstream>
 
+#include "failure/deciding_line.h"
+
 namespace snipwell {
 
 namespace {
@@ -156,10 +158,11 @@ bool IsHandler(const Frame& frame) {
          (frame.name.empty() && Holds(frame.module, "libLLVM"));
 }
 
-/// The frames above the program's start.
+/// The frames above the program's start. A compiler may write a second dump, which tells no more.
 std::vector<Frame> Frames(const std::vector<std::string>& lines) {
   std::vector<Frame> frames;
   for (const std::string& line : lines) {
+    if (MeaningOf(line) == LineMeaning::DumpEnd) break;
     Frame frame;
     if (!ParseFrame(line, frame)) continue;
     if (frame.name == "main" || StartsWithOneOf(frame.name, {"__libc_start"})) break;

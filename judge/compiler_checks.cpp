@@ -1,5 +1,6 @@
 #include "judge/compiler_checks.h"
 
+#include <csignal>
 #include <utility>
 
 #include "failure/failure_reader.h"
@@ -8,14 +9,16 @@ namespace snipwell {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// A child at its limit hangs; any other fails as its output tells.
+/// A child at its limit hangs, one that the system kills is out of memory; any other fails as its
+/// output tells.
 Failure Concluded(FailureReader& reader, const platform::Child& child) {
-  if (child.HasEnded() && child.End().timedOut) return {FailureKind::Hang, "not ended", false};
-  const bool ended = child.HasEnded();
-  const bool succeeded = ended && child.End().signal == 0 && child.End().status == 0;
-  return reader.Conclude(child.Output(), ended ? child.End().signal : 0, succeeded);
+  if (!child.HasEnded()) return reader.Conclude(child.Output(), 0, false);
+  const platform::ChildEnd& end = child.End();
+  if (end.timedOut) return {FailureKind::Hang, "not ended", false};
+  const Failure failure =
+      reader.Conclude(child.Output(), end.signal, end.signal == 0 && end.status == 0);
+  const bool killed = end.signal == SIGKILL && !reader.IsDecided();
+  return killed ? Failure{FailureKind::OutOfMemory, "out of memory", false} : failure;
 }
 
 class FailsAlikeRun : public CheckRun {
@@ -23,7 +26,6 @@ class FailsAlikeRun : public CheckRun {
   FailsAlikeRun(const Failure& wantedFailure, bool errorsAllowed, const Place& programPlace,
                 const FailsAlike::OtherCrash& onOtherCrash)
       : wanted(wantedFailure),
-        allowErrors(errorsAllowed),
         place(programPlace),
         otherCrash(onOtherCrash),
         reader(errorsAllowed && wanted.kind != FailureKind::Error) {}
@@ -32,15 +34,13 @@ class FailsAlikeRun : public CheckRun {
     reader.Read(child.Output());
     if (!reader.IsDecided() && !child.HasEnded()) return std::nullopt;
     const Failure failure = Concluded(reader, child);
-    const bool valid = allowErrors || wanted.kind == FailureKind::Error || !failure.errorsBefore;
-    if (failure.IsSameAs(wanted)) return valid;
-    if (failure.kind == FailureKind::Crash && valid && otherCrash) otherCrash(failure, place);
-    return false;
+    const bool same = failure.IsSameAs(wanted);
+    if (!same && failure.kind == FailureKind::Crash && otherCrash) otherCrash(failure, place);
+    return same;
   }
 
  private:
   const Failure& wanted;
-  bool allowErrors;
   const Place& place;
   const FailsAlike::OtherCrash& otherCrash;
   FailureReader reader;
@@ -50,9 +50,10 @@ class AcceptsRun : public CheckRun {
  public:
   std::optional<bool> Look(const platform::Child& child) override {
     reader.Read(child.Output());
-    if (!reader.IsDecided() && !child.HasEnded()) return std::nullopt;
-    return child.HasEnded() && child.End().started && child.End().status == 0 &&
-           child.End().signal == 0 && !child.End().timedOut;
+    if (reader.IsDecided()) return false;
+    if (!child.HasEnded()) return std::nullopt;
+    const platform::ChildEnd& end = child.End();
+    return end.started && end.status == 0 && end.signal == 0 && !end.timedOut;
   }
 
  private:

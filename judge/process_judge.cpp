@@ -48,14 +48,15 @@ ProcessJudge::~ProcessJudge() {
 
 void ProcessJudge::Ask(std::size_t place, const std::string& program) {
   Seat& seat = seats[place];
-  MakeFresh(seat.place);
-  WriteProgram(seat.place.program, program);
+  seat.program = program;
   seat.check = 0;
   StartCheck(seat);
 }
 
 void ProcessJudge::StartCheck(Seat& seat) {
   Check& check = *checks[seat.check];
+  MakeFresh(seat.place);
+  WriteProgram(seat.place.program, seat.program);
   seat.run = check.Run(seat.place);
   seat.child = &children.Start(check.Command(seat.place));
 }
@@ -105,13 +106,12 @@ void ProcessJudge::Look(std::size_t index) {
   Seat& seat = seats[index];
   const std::optional<bool> verdict = seat.run->Look(*seat.child);
   if (!verdict) return;
-  if (*verdict && ++seat.check < checks.size()) {
-    children.Release(*seat.child);
-    StartCheck(seat);
-    return;
-  }
   Leave(seat);
-  answers.push_back({index, *verdict});
+  if (*verdict && ++seat.check < checks.size()) {
+    StartCheck(seat);
+  } else {
+    answers.push_back({index, *verdict});
+  }
 }
 
 bool ProcessJudge::IsTimeUp() const { return settings.end && Clock::now() >= *settings.end; }

@@ -17,7 +17,7 @@
 namespace snipwell {
 
 /// Judges programs by running commands on them: a program is interesting when all checks say so.
-/// Each is made in the order given, and only when those before have said yes.
+/// Each is made in the order given, in fresh folders, and only when those before have said yes.
 class ProcessJudge : public Judge {
  public:
   using Clock = std::chrono::steady_clock;
@@ -50,6 +50,7 @@ class ProcessJudge : public Judge {
  private:
   struct Seat {
     Place place;
+    std::string program;
     std::size_t check = 0;
     platform::Child* child = nullptr;
     std::unique_ptr<CheckRun> run;

@@ -56,20 +56,6 @@ std::vector<std::string> CompilerCommand(const Options& options, const fs::path&
   return command;
 }
 
-std::vector<std::string> TestCommand(const Options& options) {
-  std::string command = options.testCommand;
-  const std::string program = command.substr(0, command.find(' '));
-  std::error_code error;
-  if (program.find('/') != std::string::npos && fs::exists(program, error)) {
-    std::string quoted = "'";
-    for (const char c : fs::absolute(program).string()) {
-      quoted += c == '\'' ? "'\\''" : std::string(1, c);
-    }
-    command.replace(0, program.size(), quoted + '\'');
-  }
-  return {"/bin/sh", "-c", command};
-}
-
 std::string SourceName(const std::string& file) {
   const fs::path path(file);
   std::string name = path.filename().string();

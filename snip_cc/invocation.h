@@ -14,10 +14,6 @@ namespace snipwell::snip_cc {
 std::vector<std::string> CompilerCommand(const Options& options,
                                          const std::filesystem::path& folder);
 
-/// The command line that runs the test command with the shell. A script in it that is named
-/// relative to the current directory is found from another one too.
-std::vector<std::string> TestCommand(const Options& options);
-
 /// The name under which the user knows the file to compile: the tool's candidate "big.fut.cpp" is
 /// "big.cpp". Without a folder.
 std::string SourceName(const std::string& file);

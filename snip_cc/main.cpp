@@ -20,6 +20,7 @@
 #include <system_error>
 #include <vector>
 
+#include "compile/test_command.h"
 #include "failure/crash_headline.h"
 #include "failure/deciding_line.h"
 #include "failure/line_rewriter.h"
@@ -72,12 +73,10 @@ int StatusOf(const Options& options, const RunResult& result) {
 /// What tells the failure from others, on lines of its own.
 std::string Headline(const Options& options, const RunResult& result) {
   const platform::ChildEnd& end = result.end;
-  const bool endedBySignal = end.signal != 0 && !end.timedOut && !end.stopped;
-  std::string text = end.timedOut ? TimeoutLine(options) : "";
-  const std::string crash = CrashHeadline(result.lines, endedBySignal);
-  if (!crash.empty()) return text + kFailure + crash + '\n';
-  if (endedBySignal) text += kFailure + "ended by signal " + std::to_string(end.signal) + '\n';
-  return text;
+  const bool isOwn = !end.timedOut && !end.stopped;
+  const std::string text = end.timedOut ? TimeoutLine(options) : "";
+  const std::string crash = CrashHeadline(result.lines, isOwn ? end.signal : 0);
+  return crash.empty() ? text : text + kFailure + crash + '\n';
 }
 
 /// The compiler's messages, what tells the failure from others first. Of an invalid program only
@@ -114,7 +113,7 @@ Answer Test(const Options& options, const fs::path& folder) {
   const fs::path place = folder / "test";
   fs::create_directory(place);
   fs::copy_file(options.source, place / SourceName(options.source));
-  const RunResult result = RunCommand(TestCommand(options), options, folder, place);
+  const RunResult result = RunCommand(TestWords(options.testCommand), options, folder, place);
   Answer answer;
   answer.interruptedBy = result.interruptedBy;
   if (result.end.timedOut) {

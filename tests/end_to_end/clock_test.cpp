@@ -90,6 +90,31 @@ TEST(Timeout, StopsTheSearchAndKeepsTheBestProgram) {
   EXPECT_EQ(work.Read("log"), "File \"x.fut.c\" completed at 01:47:41 on Mon, 09/10/2001\n");
 }
 
+// To the second, however many digits the limit has, and whatever stands behind them.
+TEST(Timeout, StopsTheSearchBehindItsLastMinute) {
+  const struct {
+    const char* option;
+    const char* told;
+    long seconds;
+  } rows[] = {
+      {"/TIMEOUT=12", "12", 720},
+      {"-TIMEOUT=00090min", "90", 5'400},
+      {"/TIMEOUT=1440.5", "1440", 86'400},
+      {"/TIMEOUT=1234567", "1.23457e+06", 74'074'020},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.option);
+    const Workspace work;
+    work.SetRules("rule\nrun 6\nclock " + std::to_string(row.seconds) + "\nrule\nrun 7\nclock 1\n" +
+                  kFailing);
+    work.Write("x.c", "a;b;c;");
+    const Outcome outcome = work.Isolate("x.c", {row.option}, kTestClock);
+    EXPECT_EQ(work.Runs().size(), 7U);
+    EXPECT_NE(outcome.err.find("Timeout limit of " + std::string(row.told) + " minutes exceeded"),
+              std::string::npos);
+  }
+}
+
 // Two bodies deep: what is kept of the levels outside has to be released on the way out.
 TEST(Timeout, StopsTheSearchWithinABody) {
   const Workspace work;

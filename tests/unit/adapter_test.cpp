@@ -1,16 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "failure/crash_headline.h"
 #include "failure/deciding_line.h"
+#include "failure/failure_reader.h"
 #include "failure/line_rewriter.h"
 #include "snip_cc/invocation.h"
 #include "snip_cc/options.h"
 
 namespace snipwell::snip_cc {
+namespace {
 
 TEST(RewriteLine, PutsIntoParenthesesWhatDiffersBetweenRuns) {
   const struct {
@@ -60,7 +62,7 @@ TEST(CrashHeadline, TellsOneCrashFromAnother) {
   EXPECT_EQ(CrashHeadline({"x.cpp:1:2: error: no"}), "");
   EXPECT_EQ(CrashHeadline({"cc1plus: x.cc:3: f: Assertion `a == b' failed.", "Stack dump:"}),
             "f: Assertion `a == b' failed.");
-  EXPECT_EQ(CrashHeadline({"c: y.cc:3: T* f(U): Assertion `g(a) == b' failed."}, true),
+  EXPECT_EQ(CrashHeadline({"c: y.cc:3: T* f(U): Assertion `g(a) == b' failed."}, 6),
             "T* f[U]: Assertion `g[a] == b' failed.");
   EXPECT_EQ(CrashHeadline({"x.cpp:1:2: error: static assertion failed: Assertion `x'"}), "");
   EXPECT_EQ(CrashHeadline({"LLVM ERROR: out of memory", "PLEASE submit a bug report"}),
@@ -88,6 +90,10 @@ TEST(CrashHeadline, TellsOneCrashFromAnother) {
                            "0x12ab56 __libc_start_main_impl"}),
             "Segmentation fault");
   EXPECT_EQ(CrashHeadline({"PLEASE submit a bug report"}), "a crash without a stack dump");
+  EXPECT_EQ(CrashHeadline({"0x12ab56 fold(tree_node*)"}, 6), "in fold");
+  EXPECT_EQ(CrashHeadline({"x.c:1:2: error: no"}, 11), "ended by signal 11");
+  EXPECT_EQ(CrashHeadline({"LLVM ERROR: Cannot select: 0x55aa77cc99: i32 in x.c:12:34: f"}),
+            "Cannot select:");
 }
 
 // As clang writes them when it asks nobody for names.
@@ -148,6 +154,7 @@ TEST(DecidingLine, KnowsWhoIsAtFault) {
       {"clang: error: linker command failed with exit code 1", LineMeaning::Error, ""},
       {"x.c:1:2: warning: LLVM ERROR: x", LineMeaning::None, ""},
       {"x.c:1:2: note: in Assertion `x'", LineMeaning::None, ""},
+      {"x.c:1:2: note: error: no", LineMeaning::None, ""},
       {"x.c:1:2: error: no: note: x", LineMeaning::Error, ""},
       {"  puts(\"x: error: no\");", LineMeaning::None, ""},
       {"1 error generated.", LineMeaning::None, ""},
@@ -155,6 +162,7 @@ TEST(DecidingLine, KnowsWhoIsAtFault) {
       {"x.c:1:1: internal compiler error: in f, at g.cc:7", LineMeaning::Failure,
        "in f, at g.cc:7"},
       {"x.c:1:1: internal compiler error: Segmentation fault", LineMeaning::Crash, ""},
+      {"x.c(1): internal error: assertion failed", LineMeaning::Failure, "assertion failed"},
       {"cc1: x.cc:3: T f(U): Assertion `a' failed.", LineMeaning::Failure,
        "T f(U): Assertion `a' failed."},
       {"fatal error: error in backend: Cannot select", LineMeaning::Failure, "Cannot select"},
@@ -167,6 +175,10 @@ TEST(DecidingLine, KnowsWhoIsAtFault) {
        "unable to execute command: Killed"},
       {"LLVM ERROR: ", LineMeaning::Crash, ""},
       {"Stack dump:", LineMeaning::Crash, ""},
+      {"Please submit a full bug report, with", LineMeaning::DumpEnd, ""},
+      {"x.c(1): error C2065: 'x'", LineMeaning::Error, ""},
+      {"x.c(1): fatal error C1001: Internal compiler error.", LineMeaning::Failure,
+       "Internal compiler error."},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(MeaningOf(row.line), row.meaning) << row.line;
@@ -174,37 +186,122 @@ TEST(DecidingLine, KnowsWhoIsAtFault) {
   }
 }
 
-// Whatever the compiler would have written behind the line that decides.
-TEST(DecidingLine, LeavesTheAnswerAsItWouldBe) {
-  const std::vector<std::string> pool = {"x.c:1:2: error: no",
-                                         "x.c:1:2: error: Assertion `x'",
-                                         "f: Assertion `a' failed.",
-                                         "LLVM ERROR: out",
-                                         "Stack dump:",
-                                         "0x12ab56 fold(tree)",
-                                         "internal compiler error: in f",
-                                         "internal compiler error: Aborted"};
-  const std::size_t size = pool.size();
+TEST(ErrorText, NamesNoPlaceOfTheProgram) {
+  const struct {
+    const char* line;
+    const char* text;
+  } rows[] = {
+      {"x.c:1:2: error: no", "error: no"},
+      {"x.c(3) : fatal error C1083: no: error: y", "fatal error C1083: no: error: y"},
+      {"x.c:1:2: error: no f(lambda at d/x.c:10:22) (of T<a::b, 1:2>)",
+       "error: no f(lambda at d/x.c) (of T<a::b, 1:2>)"},
+      {"x.c:1:2: error: ", "error:"},
+      {"/tmp/x.s:3: Error: no such instruction: `f'", "Error: no such instruction: `f'"},
+      {"x.c(3): error #20: f", "error #20: f"},
+      {"    3 | x(\": error: no\");", ""},
+      {"LLVM ERROR: x", ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(ErrorText(row.line), row.text) << row.line;
+}
+
+Failure ReadWhole(const std::string& output, bool pastErrors, int signal, bool succeeded) {
+  return FailureReader(pastErrors).Conclude(output, signal, succeeded);
+}
+
+TEST(FailureReader, TellsHowACompilationFails) {
+  const struct {
+    const char* output;
+    int signal;
+    FailureKind kind;
+    const char* headline;
+    bool errorsBefore;
+  } rows[] = {
+      {"x.c:1:2: warning: w\n", 0, FailureKind::None, "", false},
+      {"x.c:1:2: error: a\nx.c:2:2: error: b\n", 0, FailureKind::Error, "error: a", false},
+      {"x.c:1: \x1b[1merror: \x1b[mno\r", 0, FailureKind::Error, "error: no", false},
+      {"x.c:1:2: error: a\nLLVM ERROR: out (x)", 0, FailureKind::Crash, "out [x]", true},
+      {"Stack dump:\n0x12ab56 fold(t)\nx.c:1:2: error: a", 6, FailureKind::Crash, "in fold", false},
+      {"x.c:1:2: error: a\n", 11, FailureKind::Crash, "ended by signal 11", true},
+      {"", 11, FailureKind::Crash, "ended by signal 11", false},
+      {"cc1plus: out of memory allocating 9 bytes\n", 0, FailureKind::OutOfMemory, "out of memory",
+       false},
+      {"x.c:1: error: no: out of memory allocating\n  1 | LLVM ERROR: out of memory", 0,
+       FailureKind::Error, "error: no: out of memory allocating", false},
+      {"terminate called\n  what():  std::bad_alloc", 6, FailureKind::OutOfMemory, "out of memory",
+       false},
+      {"clang: error: unable to execute command: Killed", 0, FailureKind::OutOfMemory,
+       "out of memory", false},
+      {"LLVM ERROR: out of memory\nStack dump:", 6, FailureKind::OutOfMemory, "out of memory",
+       false},
+  };
+  for (const auto& row : rows) {
+    const Failure failure = ReadWhole(row.output, true, row.signal, false);
+    EXPECT_EQ(failure.kind, row.kind) << row.output;
+    EXPECT_EQ(failure.headline, row.headline);
+    EXPECT_EQ(failure.errorsBefore, row.errorsBefore) << row.output;
+  }
+  EXPECT_EQ(ReadWhole("x.c:1: error: a", true, 0, true).kind, FailureKind::None);
+}
+
+/// The failure as it is known when it is decided, if it ever is before the output's end.
+std::optional<Failure> ReadUntilDecided(const std::string& output, bool pastErrors) {
+  constexpr std::size_t kPiece = 7;
+  FailureReader reader(pastErrors);
+  std::string read;
+  while (!reader.IsDecided() && read.size() < output.size()) {
+    read = output.substr(0, read.size() + kPiece);
+    reader.Read(read);
+  }
+  if (!reader.IsDecided()) return std::nullopt;
+  return reader.Conclude(read, 0, false);
+}
+
+const std::vector<std::string> kPool = {"x.c:1:2: error: no",
+                                        "x.c:1:2: error: Assertion `x'",
+                                        "f: Assertion `a' failed.",
+                                        "LLVM ERROR: out",
+                                        "virtual memory exhausted",
+                                        "Stack dump:",
+                                        "0x12ab56 fold(tree)",
+                                        "Please submit a full bug report",
+                                        "internal compiler error: in f",
+                                        "internal compiler error: Aborted"};
+
+/// All outputs of four lines out of the pool.
+std::vector<std::vector<std::string>> AllOfFourLines() {
+  std::vector<std::vector<std::string>> all = {{}};
+  for (std::size_t i = 0; all[i].size() < 4; ++i) {
+    for (const std::string& line : kPool) {
+      std::vector<std::string> longer = all[i];
+      longer.push_back(line);
+      all.push_back(longer);
+    }
+  }
+  all.erase(all.begin(), all.end() - 10'000);
+  return all;
+}
+
+// Whatever the compiler would have written behind the line that decides, and however it had ended.
+TEST(FailureReader, LeavesTheAnswerAsItWouldBe) {
   int decided = 0;
-  for (std::size_t i = 0; i < size * size * size * size; ++i) {
-    std::vector<std::string> all;
-    for (std::size_t left = i, n = 0; n < 4; ++n, left /= size) all.push_back(pool[left % size]);
-    for (const bool mustBeValid : {false, true}) {
-      DecidingLine deciding(mustBeValid);
-      const auto last = std::find_if(all.begin(), all.end(),
-                                     [&](const std::string& line) { return deciding.Take(line); });
-      if (last == all.end()) continue;
+  for (const std::vector<std::string>& lines : AllOfFourLines()) {
+    std::string all;
+    for (const std::string& line : lines) all += line + '\n';
+    for (const bool pastErrors : {false, true}) {
+      const std::optional<Failure> early = ReadUntilDecided(all, pastErrors);
+      if (!early) continue;
       ++decided;
-      const std::vector<std::string> read(all.begin(), last + 1);
-      if (deciding.Meaning() == LineMeaning::Failure) {
-        EXPECT_EQ(CrashHeadline(read), CrashHeadline(all, true));
-      } else {
-        EXPECT_TRUE(mustBeValid);
-        EXPECT_EQ(CrashHeadline(read), "") << "the first failure is an error";
+      for (const int signal : {0, 6}) {
+        const Failure whole = ReadWhole(all, pastErrors, signal, signal == 0);
+        EXPECT_TRUE(whole.IsSameAs(*early) && whole.errorsBefore == early->errorsBefore) << all;
+      }
+      EXPECT_FALSE(pastErrors && early->kind == FailureKind::Error);
+      if (early->kind == FailureKind::Crash) {
+        EXPECT_EQ(early->headline, CrashHeadline(lines, 6));
       }
     }
   }
-  EXPECT_GT(decided, 4000);
+  EXPECT_GT(decided, 10'000);
 }
 
 TEST(Options, AreTakenOutAndTheRestIsTranslated) {
@@ -247,4 +344,5 @@ TEST(Invocation, KeepsOutputAndCrashReportsAway) {
   EXPECT_EQ(SourceName("big.cpp"), "big.cpp");
 }
 
+}  // namespace
 }  // namespace snipwell::snip_cc
