@@ -80,6 +80,7 @@ void AddLimits(CLI::App& app, Settings& settings) {
       ->check(CLI::ExistingDirectory);
   group.Add("--stages", settings.stages, "LIST", "of preprocess,plain,snip,refine,options,layout")
       ->delimiter(',')
+      ->allow_extra_args(false)
       ->check(CLI::IsMember(StageNames()));
 }
 
