@@ -29,7 +29,7 @@ std::string WithoutColoursInLines(const std::string& text) {
 
 /// The user's own command, for whatever text.
 Form AsGiven(const Job& job, Form form) {
-  form.command = job.command;
+  form.command = ForCopies(job.command);
   return form;
 }
 

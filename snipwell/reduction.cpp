@@ -21,7 +21,7 @@ void Understand(Job& job) {
   job.command = std::move(input.command);
   job.question.test = std::move(input.test);
   job.form.name = std::filesystem::path(input.source).filename().string();
-  job.form.command = job.command;
+  job.form.command = ForCopies(job.command);
   job.form.text = std::move(input.text);
   for (const std::string& remark : input.remarks) job.Remark(remark);
   if (job.settings.list) return;

@@ -26,6 +26,10 @@ struct Form {
   CompileCommand command;
 };
 
+/// The command for copies of its source that lie elsewhere: what stands beside the source is found
+/// all the same.
+CompileCommand ForCopies(const CompileCommand& command);
+
 /// What is asked about programs.
 struct Question {
   Failure failure;                ///< they have to fail like this; of kind Test: a test decides,
