@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "snipwell/delivery.h"
+#include "snipwell/exit_status.h"
 #include "snipwell/failure_naming.h"
 #include "snipwell/input.h"
 #include "snipwell/job.h"
@@ -55,15 +56,25 @@ bool Resume(Job& job) {
   return true;
 }
 
+/// Runs a stage, unless and until somebody stops the run.
+void RunStage(Job& job, const Stage& stage) {
+  job.Begin(stage.title);
+  try {
+    stage.run(job);
+  } catch (const RunEnd& end) {
+    if (end.Status() != Interrupted) throw;
+    job.stopped = job.wasInterrupted = true;
+  }
+  job.EndStage(stage.done);
+}
+
 void RunStages(Job& job) {
   const bool resumed = Resume(job);
   for (const std::string& name : job.settings.stages) {
     const auto stage = std::find_if(Stages().begin(), Stages().end(),
                                     [&](const Stage& each) { return each.name == name; });
-    if (job.stopped || (resumed && stage->preparesOnly)) continue;
-    job.Begin(stage->title);
-    stage->run(job);
-    job.EndStage(stage->done);
+    const bool isDone = job.stopped || job.workshop.IsTimeUp();
+    if (!isDone && !(resumed && stage->preparesOnly)) RunStage(job, *stage);
   }
 }
 
