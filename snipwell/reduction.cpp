@@ -68,8 +68,7 @@ void RunStage(Job& job, const Stage& stage) {
   job.EndStage(stage.done);
 }
 
-void RunStages(Job& job) {
-  const bool resumed = Resume(job);
+void RunStages(Job& job, bool resumed) {
   for (const std::string& name : job.settings.stages) {
     const auto stage = std::find_if(Stages().begin(), Stages().end(),
                                     [&](const Stage& each) { return each.name == name; });
@@ -92,8 +91,9 @@ ExitStatus Reduce(const Settings& settings) {
   NameFailure(job);
   FindSecondCompiler(job);
   RefuseEmpty(job);
-  job.Take(job.form.text);
-  RunStages(job);
+  const bool resumed = Resume(job);
+  if (!resumed) job.Take(job.form.text);
+  RunStages(job, resumed);
   Deliver(job);
   return job.wasInterrupted ? Interrupted : Reduced;
 }
