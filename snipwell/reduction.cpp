@@ -39,6 +39,15 @@ void RefuseEmpty(Job& job) {
                "command, or in the compiler's installation");
 }
 
+/// Behind a launcher that does nothing no program would fail.
+void TryLauncher(Job& job) {
+  if (job.settings.launch.empty()) return;
+  if (job.workshop.JudgeOf(job.form, job.question)->AskNow(job.form.text).value_or(true)) return;
+  throw RunEnd(Surroundings,
+               "behind --launch= the failure does not show: the launcher has to start the command "
+               "that it is given, in its own current folder");
+}
+
 /// Goes on from an earlier result, if it still fails.
 bool Resume(Job& job) {
   if (!job.settings.resume || !job.result->HasEarlier()) return false;
@@ -91,6 +100,7 @@ ExitStatus Reduce(const Settings& settings) {
   NameFailure(job);
   FindSecondCompiler(job);
   RefuseEmpty(job);
+  TryLauncher(job);
   const bool resumed = Resume(job);
   if (!resumed) job.Take(job.form.text);
   RunStages(job, resumed);
