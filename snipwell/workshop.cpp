@@ -84,9 +84,10 @@ Compiled Workshop::RunWhileTimeIs(const platform::ChildCommand& command,
   return Run(command, true, tick);
 }
 
-Compiled Workshop::Run(const platform::ChildCommand& command, bool mayEndEarly,
+Compiled Workshop::Run(platform::ChildCommand command, bool mayEndEarly,
                        const std::function<void()>& tick) {
   constexpr double kTick = 0.1;
+  if (command.temporaryFolder.empty()) command.temporaryFolder = Folder().string();
   platform::Child& child = children.Start(command);
   while (!child.HasEnded()) {
     const bool signalled = children.Wait(kTick).signal != 0;

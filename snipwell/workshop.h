@@ -93,8 +93,7 @@ class Workshop {
   Checks ChecksOf(const Form& form, const Question& question,
                   const std::vector<std::string>& launcher) const;
   bool Ask(const Form& form, Checks checks);
-  Compiled Run(const platform::ChildCommand& command, bool mayEndEarly,
-               const std::function<void()>& tick);
+  Compiled Run(platform::ChildCommand command, bool mayEndEarly, const std::function<void()>& tick);
   std::optional<ProcessJudge::Clock::time_point> EndOfRun() const;
 
   const Settings& settings;
