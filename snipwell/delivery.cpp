@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "failure/line_rewriter.h"
+#include "snipwell/exit_status.h"
 #include "snipwell/failure_naming.h"
 #include "snipwell/html_report.h"
 #include "snipwell/json_report.h"
@@ -29,7 +30,7 @@ std::string WithoutColoursInLines(const std::string& text) {
 
 /// The user's own command, for whatever text.
 Form AsGiven(const Job& job, Form form) {
-  form.command = job.command;
+  form.command = ForCopies(job.command);
   return form;
 }
 
@@ -97,10 +98,21 @@ void AddOutput(Job& job) {
   }
 }
 
-void AddCompiler(Job& job) {
+void AskCompiler(Job& job) {
+  CheckWithOwnCommand(job);
   job.findings.compilerVersion = VersionOf(job);
-  job.findings.reducedCommand = ForPeople(job.form.command, job.findings.sourceName);
   AddOutput(job);
+}
+
+/// Who stops the run now wants what there is at once.
+void AskCompilerUnlessStopped(Job& job) {
+  try {
+    AskCompiler(job);
+  } catch (const RunEnd& end) {
+    if (end.Status() != Interrupted) throw;
+    job.wasInterrupted = true;
+    job.Remark("The last look at the result was broken off.");
+  }
 }
 
 std::vector<FileLines> LinesLeftIn(const Job& job) {
@@ -122,14 +134,13 @@ std::vector<ViewedFile> FilesToView(const Job& job) {
 
 void FillFindings(Job& job) {
   Findings& findings = job.findings;
-  findings.sourceName = fs::path(job.result->Name()).filename().string();
   findings.source = job.form.text;
   findings.command = job.given;
-  findings.reducedCommand = job.given;
+  findings.reducedCommand =
+      job.IsTest() ? job.given : ForPeople(job.form.command, findings.sourceName);
   findings.origin = RangesOf(LinesLeftIn(job));
   findings.version = kVersion;
   findings.otherCrashes = job.otherCrashes.All();
-  if (!job.IsTest()) AddCompiler(job);
   findings.compilations = job.workshop.Commands();
   findings.seconds = job.workshop.Seconds();
 }
@@ -146,7 +157,8 @@ void WriteReports(Job& job) {
 
 void Deliver(Job& job) {
   job.Begin("check");
-  if (!job.IsTest()) CheckWithOwnCommand(job);
+  job.findings.sourceName = fs::path(job.result->Name()).filename().string();
+  if (!job.IsTest()) AskCompilerUnlessStopped(job);
   FillFindings(job);
   WriteReports(job);
   const Findings& findings = job.findings;

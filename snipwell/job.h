@@ -55,7 +55,9 @@ class Job {
   /// Shows how far it is: at a program of so many bytes.
   void ShowProgress(std::size_t bytes);
   void ShowProgress() { ShowProgress(form.text.size()); }
-  void Say(const std::string& sentence) { status.Print(sentence); }
+  void Say(const std::string& sentence) {
+    if (!settings.quiet) status.Print(sentence);
+  }
   /// Says it, and has it in the report.
   void Remark(const std::string& sentence);
 

@@ -39,9 +39,9 @@ Indexes FirstFits(const std::vector<std::string>& before, const std::vector<std:
 /// the one before.
 void PullTogether(const std::vector<std::string>& before, const std::vector<std::string>& after,
                   Indexes& fits) {
-  for (std::size_t i = fits.size(); i-- > 1;) {
+  for (std::size_t i = fits.size(); i-- > 0;) {
     if (i + 1 == fits.size() || fits[i] == kNone || fits[i + 1] == kNone) continue;
-    const bool continues = fits[i - 1] != kNone && fits[i - 1] + 1 == fits[i];
+    const bool continues = i > 0 && fits[i - 1] != kNone && fits[i - 1] + 1 == fits[i];
     const std::uint32_t place = fits[i + 1] - 1;
     if (!continues && place > fits[i] && before[place] == after[i]) fits[i] = place;
   }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "snipwell/delivery.h"
+#include "snipwell/exit_status.h"
 #include "snipwell/failure_naming.h"
 #include "snipwell/input.h"
 #include "snipwell/job.h"
@@ -21,7 +22,7 @@ void Understand(Job& job) {
   job.command = std::move(input.command);
   job.question.test = std::move(input.test);
   job.form.name = std::filesystem::path(input.source).filename().string();
-  job.form.command = job.command;
+  job.form.command = ForCopies(job.command);
   job.form.text = std::move(input.text);
   for (const std::string& remark : input.remarks) job.Remark(remark);
   if (job.settings.list) return;
@@ -36,6 +37,15 @@ void RefuseEmpty(Job& job) {
   throw RunEnd(CannotHold,
                "an empty file fails in the same way: the reason is not in the source but in the "
                "command, or in the compiler's installation");
+}
+
+/// Behind a launcher that does nothing no program would fail.
+void TryLauncher(Job& job) {
+  if (job.settings.launch.empty()) return;
+  if (job.workshop.JudgeOf(job.form, job.question)->AskNow(job.form.text).value_or(true)) return;
+  throw RunEnd(Surroundings,
+               "behind --launch= the failure does not show: the launcher has to start the command "
+               "that it is given, in its own current folder");
 }
 
 /// Goes on from an earlier result, if it still fails.
@@ -55,15 +65,24 @@ bool Resume(Job& job) {
   return true;
 }
 
-void RunStages(Job& job) {
-  const bool resumed = Resume(job);
+/// Runs a stage, unless and until somebody stops the run.
+void RunStage(Job& job, const Stage& stage) {
+  job.Begin(stage.title);
+  try {
+    stage.run(job);
+  } catch (const RunEnd& end) {
+    if (end.Status() != Interrupted) throw;
+    job.stopped = job.wasInterrupted = true;
+  }
+  job.EndStage(stage.done);
+}
+
+void RunStages(Job& job, bool resumed) {
   for (const std::string& name : job.settings.stages) {
     const auto stage = std::find_if(Stages().begin(), Stages().end(),
                                     [&](const Stage& each) { return each.name == name; });
-    if (job.stopped || (resumed && stage->preparesOnly)) continue;
-    job.Begin(stage->title);
-    stage->run(job);
-    job.EndStage(stage->done);
+    const bool isDone = job.stopped || job.workshop.IsTimeUp();
+    if (!isDone && !(resumed && stage->preparesOnly)) RunStage(job, *stage);
   }
 }
 
@@ -81,8 +100,10 @@ ExitStatus Reduce(const Settings& settings) {
   NameFailure(job);
   FindSecondCompiler(job);
   RefuseEmpty(job);
-  job.Take(job.form.text);
-  RunStages(job);
+  TryLauncher(job);
+  const bool resumed = Resume(job);
+  if (!resumed) job.Take(job.form.text);
+  RunStages(job, resumed);
   Deliver(job);
   return job.wasInterrupted ? Interrupted : Reduced;
 }

@@ -31,8 +31,9 @@ bool IsReport(const std::string& fileName) {
 
 ResultFile::ResultFile(const std::string& source, const std::string& givenName, bool mayWriteOver) {
   const fs::path path(source);
+  suffix = (givenName.empty() ? path : fs::path(givenName)).extension().string();
   stem = WithoutSuffix(givenName.empty() ? path : fs::path(givenName));
-  name = givenName.empty() ? stem + ".min" + path.extension().string() : givenName;
+  name = givenName.empty() ? stem + ".min" + suffix : givenName;
   reportName = stem + ".report.md";
   if (platform::IsSameFile(name, source)) {
     throw RunEnd(BadUsage, "the result would replace the source: give it another name with -o");
@@ -47,7 +48,7 @@ ResultFile::ResultFile(const std::string& source, const std::string& givenName, 
 }
 
 std::string ResultFile::NameBeside(const std::string& kind, std::size_t number) const {
-  return stem + '.' + kind + '-' + std::to_string(number) + fs::path(name).extension().string();
+  return stem + '.' + kind + '-' + std::to_string(number) + suffix;
 }
 
 void ResultFile::Write(const std::string& text) {

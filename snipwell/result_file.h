@@ -29,6 +29,7 @@ class ResultFile {
  private:
   std::string name;
   std::string stem;
+  std::string suffix;
   std::string reportName;
   bool hasEarlier = false;
   bool marked = false;

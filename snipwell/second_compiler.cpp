@@ -69,7 +69,7 @@ bool FindInstalled(Job& job) {
     const CompileCommand other = With(job.command, name);
     const Compiled compiled = job.workshop.Compile(other, other.source, false);
     if (compiled.end.signal != 0 || compiled.end.status != 0 || compiled.end.timedOut) continue;
-    job.question.acceptedBy.push_back(other);
+    job.question.acceptedBy.push_back(ForCopies(other));
     return true;
   }
   return false;
@@ -85,7 +85,7 @@ void TakeGiven(Job& job) {
     throw RunEnd(CannotHold, "the compiler of --accepted-by= does not accept the source: " +
                                  ReadableLine(compiled.failure.headline));
   }
-  job.question.acceptedBy.push_back(std::move(second.command));
+  job.question.acceptedBy.push_back(ForCopies(second.command));
 }
 
 }  // namespace

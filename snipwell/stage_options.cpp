@@ -18,6 +18,7 @@ CommandOptions Without(const CommandOptions& options, std::size_t begin, std::si
 }
 
 bool Take(Job& job, const CommandOptions& options, bool byName) {
+  if (job.workshop.IsTimeUp()) return false;
   Form next = job.form;
   next.command = WithOptions(next.command, options);
   if (byName) next.command.language.clear();

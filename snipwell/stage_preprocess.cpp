@@ -45,16 +45,6 @@ bool TakePreprocessedBy(Job& job, const CompileCommand& compiler) {
          Take(job, *text, mapped);
 }
 
-/// What stands beside the source is to be found from other folders too.
-void FindBesideSource(Job& job) {
-  if (job.IsTest()) return;
-  const fs::path source = fs::absolute(fs::path(job.command.folder) / job.command.source);
-  const bool isCl =
-      job.command.style == CompilerStyle::Cl || job.command.style == CompilerStyle::ClangCl;
-  job.form.command.arguments.push_back(isCl ? "/I" : "-iquote");
-  job.form.command.arguments.push_back(source.parent_path().string());
-}
-
 }  // namespace
 
 void Preprocess(Job& job) {
@@ -63,7 +53,6 @@ void Preprocess(Job& job) {
   for (const CompileCommand& other : job.question.acceptedBy) {
     if (TakePreprocessedBy(job, other)) return;
   }
-  FindBesideSource(job);
   job.Remark("Preprocessed, the program does not fail in the same way: its includes stay.");
 }
 

@@ -24,6 +24,17 @@ Words Behind(const Words& launcher, const Words& words) {
 
 }  // namespace
 
+CompileCommand ForCopies(const CompileCommand& command) {
+  CompileCommand made = command;
+  // An option that is for nothing can be an error.
+  if (command.compiler.empty() || IsPreprocessed(command)) return made;
+  const bool isCl = command.style == CompilerStyle::Cl || command.style == CompilerStyle::ClangCl;
+  const std::filesystem::path source = std::filesystem::path(command.folder) / command.source;
+  const std::string folder = std::filesystem::absolute(source).parent_path().string();
+  made.arguments.insert(made.arguments.begin(), {isCl ? "/I" : "-iquote", folder});
+  return made;
+}
+
 Workshop::Workshop(const Settings& programSettings)
     : settings(programSettings), tries(programSettings.work) {}
 
@@ -73,9 +84,10 @@ Compiled Workshop::RunWhileTimeIs(const platform::ChildCommand& command,
   return Run(command, true, tick);
 }
 
-Compiled Workshop::Run(const platform::ChildCommand& command, bool mayEndEarly,
+Compiled Workshop::Run(platform::ChildCommand command, bool mayEndEarly,
                        const std::function<void()>& tick) {
   constexpr double kTick = 0.1;
+  if (command.temporaryFolder.empty()) command.temporaryFolder = Folder().string();
   platform::Child& child = children.Start(command);
   while (!child.HasEnded()) {
     const bool signalled = children.Wait(kTick).signal != 0;

@@ -26,6 +26,10 @@ struct Form {
   CompileCommand command;
 };
 
+/// The command for copies of its source that lie elsewhere: what stands beside the source is found
+/// all the same.
+CompileCommand ForCopies(const CompileCommand& command);
+
 /// What is asked about programs.
 struct Question {
   Failure failure;                ///< they have to fail like this; of kind Test: a test decides,
@@ -89,8 +93,7 @@ class Workshop {
   Checks ChecksOf(const Form& form, const Question& question,
                   const std::vector<std::string>& launcher) const;
   bool Ask(const Form& form, Checks checks);
-  Compiled Run(const platform::ChildCommand& command, bool mayEndEarly,
-               const std::function<void()>& tick);
+  Compiled Run(platform::ChildCommand command, bool mayEndEarly, const std::function<void()>& tick);
   std::optional<ProcessJudge::Clock::time_point> EndOfRun() const;
 
   const Settings& settings;

@@ -1,0 +1,138 @@
+#include "tests/end_to_end/project.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/end_to_end/run_tool.h"
+
+namespace snipwell::testing {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kHeader[] = "struct Pool { int size; };\n";
+
+constexpr char kSource[] =
+    "#include \"pool.h\"\n"
+    "\n"
+    "int unused() { return 1; }\n"
+    "\n"
+    "int take(Pool& pool) {\n"
+    "  int count = pool.size;\n"
+    "  return count + 7;\n"
+    "}\n"
+    "int other;\n";
+
+constexpr char kRules[] =
+    "rule\n"
+    "noarg -E\n"
+    "words int take ( ) { return 7 ; }\n"
+    "err {file}:7:3: internal compiler error: in take_pool, at pool.cc:70\n"
+    "exit 1\n";
+
+bool IsOfTheTest(const std::string& name) { return name.rfind("test_", 0) == 0; }
+
+/// The processes that were started with this text in their environment.
+std::string ProcessesOf(const std::string& variable) {
+  std::string processes;
+  for (const auto& entry : fs::directory_iterator("/proc")) {
+    std::ifstream in(entry.path() / "environ", std::ios::binary);
+    const std::string environment{std::istreambuf_iterator<char>(in), {}};
+    if (environment.find(variable) != std::string::npos) {
+      processes += entry.path().filename().string() + ' ';
+    }
+  }
+  return processes;
+}
+
+}  // namespace
+
+Project::Project() {
+  fs::create_directories(Folder() / "test_tmp");
+  fs::create_directories(Folder() / "test_bin");
+  Write("pool.h", kHeader);
+  Write("pool.cpp", kSource);
+  SetRules(kRules);
+}
+
+void Project::Write(const std::string& name, const std::string& text) {
+  fs::create_directories((Folder() / name).parent_path());
+  work.Write(name, text);
+  if (!IsOfTheTest(name)) given[name] = text;
+}
+
+void Project::WriteProgram(const std::string& name, const std::string& text) {
+  Write(name, text);
+  fs::permissions(Folder() / name, fs::perms::owner_all, fs::perm_options::add);
+}
+
+void Project::AddCompiler(const std::string& name, const std::string& program) {
+  fs::path file = TestProgramFolder() / program;
+  if (!fs::exists(file)) file = fs::path("/usr/bin") / program;
+  fs::create_symlink(file, Folder() / "test_bin" / name);
+}
+
+Project::Texts Project::AllTexts() const {
+  Texts texts;
+  for (const auto& entry : fs::recursive_directory_iterator(Folder())) {
+    const std::string name = entry.path().lexically_relative(Folder()).string();
+    if (!IsOfTheTest(name) && entry.is_regular_file()) texts[name] = Read(name);
+  }
+  return texts;
+}
+
+Outcome Project::Snipwell(const std::vector<std::string>& arguments, const std::string& environment,
+                          const std::string& folder) {
+  const std::string base = Folder().string();
+  Start start;
+  start.prefix = "echo $$ >'" + base + "/test_pid'; exec";
+  start.program = "PATH='" + TestProgramFolder().string() + ':' + base + "/test_bin' TMPDIR='" +
+                  base + "/test_tmp' FAKE_GCC='" + base + "/test_rules' " + environment + " '" +
+                  SNIP_FOLDER + "/snipwell'";
+  Outcome outcome;
+  outcome.status = RunTool(Folder() / folder, arguments, start);
+  outcome.out = Read(folder + "/test_out");
+  outcome.err = Read(folder + "/test_err");
+  EXPECT_EQ(Count(outcome.err, "Sanitizer"), 0U) << outcome.err;
+  EXPECT_EQ(Count(outcome.err, "\x1b"), 0U) << "no terminal: " << outcome.err;
+  ExpectNothingLeft();
+  return outcome;
+}
+
+Outcome Project::Reduce(std::vector<std::string> arguments, const std::string& environment) {
+  arguments.insert(arguments.begin(), "-j1");
+  for (const char* word : {"fake_g++", "-O2", "-c", "pool.cpp"}) arguments.emplace_back(word);
+  return Snipwell(arguments, environment);
+}
+
+void Project::ExpectNothingLeft() const {
+  const Texts texts = AllTexts();
+  for (const auto& [name, text] : given) {
+    const auto found = texts.find(name);
+    EXPECT_TRUE(found != texts.end() && found->second == text) << name << " has changed";
+  }
+  for (const auto& entry : fs::recursive_directory_iterator(Folder() / "test_tmp")) {
+    ADD_FAILURE() << entry.path() << " is left";
+  }
+  EXPECT_EQ(ProcessesOf("FAKE_GCC=" + Folder().string()), "");
+}
+
+std::string Project::Added() const {
+  std::string added;
+  for (const auto& [name, text] : AllTexts()) {
+    if (given.count(name) == 0 && !IsOfTheTest(fs::path(name).filename().string())) {
+      added += (added.empty() ? "" : " ") + name;
+    }
+  }
+  return added;
+}
+
+std::size_t Count(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t i = text.find(part); i != std::string::npos; i = text.find(part, i + 1)) ++count;
+  return count;
+}
+
+}  // namespace snipwell::testing

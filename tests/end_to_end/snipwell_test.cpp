@@ -1,0 +1,256 @@
+// From the command to the report: what is written, and how the program ends.
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+#include "tests/end_to_end/project.h"
+
+namespace snipwell::testing {
+namespace {
+
+const char kResult[] = "int take() { return 7; }\n";
+const char kSmallest[] = "int take ( ) { return 7 ; }";  // words that the default rules want
+
+/// A rule for a crash of the compiler proper on texts that have these words.
+std::string CrashOn(const std::string& words, const std::string& function,
+                    const std::string& more = "") {
+  return "rule\nnoarg -E\nwords " + words + "\n" + more +
+         "err {file}:7:3: internal compiler error: in " + function + ", at pool.cc:70\nexit 1\n";
+}
+
+std::string ErrorOn(const std::string& words, const std::string& error,
+                    const std::string& more = "") {
+  return "rule\nnoarg -E\nwords " + words + "\n" + more + "err {file}:7:3: error: " + error +
+         "\nexit 1\n";
+}
+
+/// The parts stand in a text, in this order.
+void ExpectInOrder(const std::string& text, const std::vector<std::string>& parts) {
+  std::size_t last = 0;
+  for (const std::string& part : parts) {
+    const std::size_t place = text.find(part, last);
+    EXPECT_NE(place, std::string::npos) << part << "\nis not where it should be in\n" << text;
+    if (place != std::string::npos) last = place + part.size();
+  }
+}
+
+TEST(Snipwell, GoesFromTheCommandToTheReport) {
+  Project project;
+  project.SetRules(CrashOn(kSmallest, "take_pool", "arg -O2\nlitter\n") +
+                   CrashOn("int take ( ) {", "other"));
+  const Outcome outcome = project.Snipwell({"--json=made.json", "--html", "made.html", "fake_g++",
+                                            "-Wall", "-O2", "-Da=b", "-c", "pool.cpp"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(project.Added(), "made.html made.json pool.min.cpp pool.other-1.cpp pool.report.md");
+  EXPECT_EQ(project.Read("pool.min.cpp"), kResult);
+  EXPECT_EQ(project.Read("pool.other-1.cpp"), "int take(){\n}");
+  ExpectInOrder(
+      project.Read("pool.report.md"),
+      {"<!-- snipwell report -->\n# internal compiler error: in take_pool, at pool.cc:70\n",
+       "crashes.\n", "gcc version 99.1 (Fake)\n", "fake_g++ -O2 -c pool.min.cpp\n", kResult,
+       "pool.min.cpp:7:3: internal", "## Where it comes from",
+       "fake_g++ -Wall -O2 -Da=b -c pool.cpp\n", "- `pool.cpp:5-8`\n\n",
+       "| source | 128 | 37 |\n| preprocessed |", "| laid out | 25 | 9 |\n", " compilations in ",
+       "- in other, at pool.cc:70, kept in `pool.other-1.cpp`"});
+  EXPECT_EQ(Count(outcome.err, "25 bytes, 9 tokens, "), 1U) << outcome.err;
+  const std::string page = project.Read("made.html");
+  ExpectInOrder(page, {"<!DOCTYPE html>", "take_pool", "</html>"});
+  EXPECT_EQ(Count(page, "<script") + Count(page, "<link"), 0U);
+  const auto json = nlohmann::json::parse(project.Read("made.json"));
+  EXPECT_EQ(json["source"], kResult);
+  EXPECT_EQ(json["reducedCommand"], nlohmann::json({"fake_g++", "-O2", "-c", "pool.min.cpp"}));
+  EXPECT_EQ(json["stages"].back()["tokens"], 9);
+}
+
+TEST(Snipwell, EndsWithAStatusThatTellsWhy) {
+  const std::string fails = CrashOn(kSmallest, "f");
+  using Words = std::vector<std::string>;
+  const Words command = {"fake_g++", "-c", "pool.cpp"};
+  const auto with = [&](const std::string& option) {
+    Words words = command;
+    words.insert(words.begin(), option);
+    return words;
+  };
+  const struct {
+    Words arguments;
+    std::string rules;
+    int status;
+    const char* message;
+  } rows[] = {
+      {command, "", 1, "does not fail: snipwell stands before one that does"},
+      {with("--match=none"), fails, 1, "no line of the compiler's output holds 'none': --list"},
+      {{"--test=false", "pool.cpp"}, fails, 1, "the test does not hold: it has to end with"},
+      {{}, fails, 2, "Put it before the command that fails"},
+      {{"fake_g++", "-c"}, fails, 2, "source"},
+      {{"fake_g++", "-c", "pool.cpp", "b.cpp"}, fails, 2, "compiles 2 sources (pool.cpp, b.cpp)"},
+      {{"fake_g++", "pool.o", "-o", "pool"}, fails, 2, "add -c and name the one that fails"},
+      {with("--nonsense"), fails, 2, "no option --nonsense; snipwell --help tells"},
+      {{"--test=x", "--wrong-code=y", "pool.cpp"}, fails, 2, "choose one"},
+      {{"--test=x", "pool.cpp", "b.cpp"}, fails, 2, "one source and no more"},
+      {with("-opool.cpp"), fails, 2, "would replace the source: give it another name with -o"},
+      {{"-p", "nowhere", "pool.cpp"}, fails, 2, "cannot be read: let the build write it"},
+      {{"none.sh"}, fails, 2, "holds no command: name the script"},
+      {{"none.out"}, fails, 2, "-freport-bug"},
+      {command, CrashOn("", "f"), 3, "an empty file fails in the same way"},
+      {command, CrashOn("", "f", "run 1\n") + CrashOn("", "g"), 3, "--match=TEXT can name a line"},
+      {command, "rule\nerr virtual memory exhausted: no\nexit 1\n", 3, "try fewer --jobs"},
+      {with("--accepted-by=fake_g++"), ErrorOn("take", "no"), 3, "does not accept the source"},
+      {{"none++", "-c", "pool.cpp"}, fails, 4, "cannot start none++: is it installed"},
+      {{"fake_g++", "-c", "none.cpp"}, fails, 4, "cannot read none.cpp"},
+      {with("-opool.h"), fails, 4, "is no result of an earlier run: give another name with -o"},
+      {with("--launch=nowhere"), fails, 4, "the launcher has to start the command"},
+      {with("-onowhere/pool.cpp"), fails, 4, "cannot write nowhere/pool.report.md: is there room"},
+  };
+  for (const auto& row : rows) {
+    Project project;
+    project.SetRules(row.rules);
+    const Outcome outcome = project.Snipwell(row.arguments);
+    EXPECT_EQ(outcome.status, row.status) << row.message << '\n' << outcome.err;
+    EXPECT_EQ(Count(outcome.err, row.message), 1U) << row.message << '\n' << outcome.err;
+    EXPECT_EQ(project.Added(), "") << row.message;
+  }
+}
+
+/// The size columns of a trace.
+std::string Steps(const std::string& trace) {
+  std::istringstream lines(trace);
+  std::string steps;
+  std::string seconds;
+  std::string bytes;
+  std::string tokens;
+  std::string rest;
+  while (lines >> seconds >> bytes >> tokens && std::getline(lines, rest)) {
+    steps += bytes + ' ' + tokens + '\n';
+  }
+  return steps;
+}
+
+std::string ManyFunctions() {
+  std::string text;
+  for (int i = 0; i < 12; ++i) {
+    const std::string number = std::to_string(i);
+    text +=
+        "int f" + number + "(int a, int b) { if (a < b) return a * " + number + "; return b; }\n";
+  }
+  return text;
+}
+
+// Programs that fail are made to be answered after those that do not.
+TEST(Snipwell, TakesTheSameStepsWithAnyNumberOfJobs) {
+  std::string result;
+  std::string steps;
+  for (const char* jobs : {"-j1", "-j2", "-j7"}) {
+    Project project;
+    project.Write("pool.cpp", ManyFunctions());
+    project.SetRules(CrashOn("int f3 a < b 3 ; int f8 ( int ) { return b ; }", "f", "wait 10\n"));
+    const Outcome outcome =
+        project.Snipwell({jobs, "--trace=test_trace", "fake_g++", "-c", "pool.cpp"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    if (result.empty()) result = project.Read("pool.min.cpp");
+    if (steps.empty()) steps = Steps(project.Read("test_trace"));
+    EXPECT_EQ(project.Read("pool.min.cpp"), result) << jobs;
+    EXPECT_EQ(Steps(project.Read("test_trace")), steps) << jobs;
+  }
+  EXPECT_GT(Count(steps, "\n"), 8U) << steps;
+  EXPECT_LT(result.size(), 80U) << result;
+}
+
+TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
+  const std::string warning = "rule\nnoarg -E\nwords take 7\nerr {file}:7:3: warning: odd\n";
+  const std::string afterError =
+      CrashOn("int take ( ) 7", "f") + CrashOn("take", "f", "err {file}:1:1: error: what?\n");
+  const std::string flaky = CrashOn("take count", "f") + CrashOn("take", "f", "even\n");
+  const auto accepted = [](const std::string& other) {
+    return "rule\nnoarg -E\narg " + other + "\nwords " + kSmallest + '\n' +
+           ErrorOn("", "bad", "arg " + other + "\n") + ErrorOn("take 7", "no");
+  };
+  const struct {
+    std::vector<std::string> options;
+    const char* secondCompiler;  // in PATH
+    std::string rules;
+    const char* result;
+    const char* reported;
+  } rows[] = {
+      {{"--match=odd"}, "", warning, "take 7\n", "# odd\n"},
+      {{"--match", "at pool.cc"}, "", CrashOn("take", "f"), "take\n", "writes a certain line.\n"},
+      {{}, "", afterError, "int take() 7\n", "# internal compiler error: in f, at pool.cc:70"},
+      {{"--allow-errors"}, "", afterError, "take\n", "error: what?\n"},
+      {{"--repeat=2", "--stages=refine"}, "", flaky, "take count", "# internal compiler error: in f, at"},
+      {{}, "", accepted("other++"), "take 7\n", "No other compiler of this machine was found"},
+      {{"--accepted-by=other++ -c"},
+       "other++",
+       accepted("other++"),
+       kResult,
+       "accepted by `other++`"},
+      {{}, "g++-9", accepted("g++-9"), kResult, "accepted by `g++-9`"},
+  };
+  for (const auto& row : rows) {
+    Project project;
+    if (*row.secondCompiler != '\0') project.AddCompiler(row.secondCompiler);
+    project.SetRules(row.rules);
+    const Outcome outcome = project.Reduce(row.options);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(project.Read("pool.min.cpp"), row.result) << row.rules;
+    EXPECT_EQ(Count(project.Read("pool.report.md"), row.reported), 1U)
+        << row.reported << project.Read("pool.report.md");
+  }
+}
+
+TEST(Snipwell, KeepsACompilerThatWritesWithoutEnd) {
+  Project project;
+  project.Write("pool.cpp", "int take(){}");
+  project.SetRules("rule\nnoarg -E\nwords take\nlitter\nflood\n");
+  const Outcome outcome = project.Reduce({"--limit=1", "--stages=layout"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(project.Read("pool.min.cpp"), "int take() {}\n");
+  EXPECT_EQ(Count(project.Read("pool.report.md"), "The compiler does not end.\n"), 1U);
+  EXPECT_LT(project.Read("pool.report.md").size(), 10000U);
+}
+
+TEST(Snipwell, ListsTheLinesToChooseFrom) {
+  Project project;
+  project.SetRules(
+      "rule\nerr a.h:1:2: error: one\\na.h:1:2: note: two\nerr c.h:3:4: fatal error: 3\nexit 1\n");
+  const Outcome outcome = project.Reduce({"--list"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "a.h:1:2: error: one\nc.h:3:4: fatal error: 3\n");
+  EXPECT_EQ(project.Added(), "");
+}
+
+TEST(Snipwell, KeepsTheOptionsThatTheFailureNeeds) {
+  Project project;
+  project.SetRules(CrashOn(kSmallest, "f", "arg -O2\narg -fsmall\narg -std=c++20\n"));
+  project.Snipwell({"-j1", "fake_g++", "-g", "-O2", "-Wall", "-Wextra", "-std=c++20", "-fsmall",
+                    "-pipe", "-c", "pool.cpp", "-o", "x.o", "-MD"});
+  EXPECT_EQ(
+      Count(project.Read("pool.report.md"), "\nfake_g++ -O2 -std=c++20 -fsmall -c pool.min.cpp\n"),
+      1U)
+      << project.Read("pool.report.md");
+}
+
+// The folders of the tries are made elsewhere, and every try goes by way of the launcher.
+TEST(Snipwell, RunsTriesWhereAndAsItIsTold) {
+  Project project;
+  project.WriteProgram("test_launch", "#!/bin/sh\necho \"$1\" >>\"$TEST_LOG\"\nexec \"$@\"\n");
+  std::filesystem::create_directory(project.Folder() / "test_work");
+  const std::string log = (project.Folder() / "test_log").string();
+  const Outcome outcome = project.Reduce(
+      {"--work=test_work", "-q", "--stages", "refine", "--launch", "./test_launch ./test_launch"},
+      "TEST_LOG='" + log + "'");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(project.Read("pool.min.cpp"), "int take(){\nreturn 7;\n}");
+  EXPECT_GT(Count(project.Read("test_log"), "fake_g++\n"), 9U);
+  const std::string tries = "-o " + (project.Folder() / "test_work").string();
+  EXPECT_EQ(Count(project.Read("test_log"), "fake_g++\n"), Count(project.Runs(), tries));
+  EXPECT_TRUE(std::filesystem::is_empty(project.Folder() / "test_work"));
+}
+
+}  // namespace
+}  // namespace snipwell::testing
