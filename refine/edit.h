@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -100,6 +101,16 @@ void AddHalved(EditList& edits, std::size_t first, std::size_t last, const CutsO
     AddHalved(edits, first, middle - 1, cutsOf);
   }
   edits.EndFiner(whole);
+}
+
+/// The same for at most `most` groups of neighbours, which are not parted.
+template <typename CutsOf>
+void AddHalvedGroups(EditList& edits, std::size_t count, std::size_t most, const CutsOf& cutsOf) {
+  if (count == 0) return;
+  const std::size_t groups = std::min(count, most);
+  AddHalved(edits, 0, groups - 1, [&](std::size_t first, std::size_t last) {
+    return cutsOf(first * count / groups, (last + 1) * count / groups - 1);
+  });
 }
 
 }  // namespace snipwell

@@ -2,7 +2,6 @@
 // the roots, and a few groups of neighbouring roots are halved like the items of a list. That a
 // failing source of a million bytes needs some thousands of them is found in a dozen tries.
 
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -13,8 +12,8 @@ namespace snipwell {
 
 namespace {
 
-// Each edit takes a walk over all that uses something.
-constexpr std::size_t kMostGroups = 256;
+// Finer ones are left to the items: each edit takes a walk over all that uses something.
+constexpr std::size_t kMostGroups = 64;
 
 std::vector<Cut> CutsOf(const std::vector<Range>& ranges) {
   std::vector<Cut> cuts;
@@ -27,14 +26,10 @@ std::vector<Cut> CutsOf(const std::vector<Range>& ranges) {
 EditList RemoveUnused(const Program& program, const Tree& tree) {
   EditList edits;
   const References references(program, tree);
-  const std::size_t roots = references.Roots().size();
-  if (roots == 0) return edits;
-  const std::size_t groups = std::min(kMostGroups, roots);
-  AddHalved(edits, 0, groups - 1, [&](std::size_t first, std::size_t last) {
-    const std::size_t begin = first * roots / groups;
-    const std::size_t end = (last + 1) * roots / groups;
-    return CutsOf(references.Without(references.UsedWithout(begin, end - 1)));
-  });
+  const auto cutsOf = [&](std::size_t first, std::size_t last) {
+    return CutsOf(references.Without(references.UsedWithout(first, last)));
+  };
+  AddHalvedGroups(edits, references.Roots().size(), kMostGroups, cutsOf);
   return edits;
 }
 

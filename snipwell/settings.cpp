@@ -48,6 +48,9 @@ class Group {
   const char* name;
 };
 
+/// A check of an option's value that the help does not spell out.
+CLI::Validator Quiet(CLI::Validator check) { return check.description(""); }
+
 void AddWaysIn(CLI::App& app, Settings& settings) {
   Group group(app, "The program");
   group.Add("-p", settings.database, "BUILD", "folder of compile_commands.json");
@@ -63,25 +66,25 @@ void AddFailure(CLI::App& app, Settings& settings) {
   group.Add("--accepted-by", settings.acceptedBy, "COMMAND", "a compiler that has to accept it");
   group.Flag("--allow-errors", settings.allowErrors, "errors may come to stand before a crash");
   group.Add("--repeat", settings.repeat, "N", "a program has to fail N times of N")
-      ->check(CLI::Range(1, 1000));
+      ->check(Quiet(CLI::Range(1, 1000)));
 }
 
 void AddLimits(CLI::App& app, Settings& settings) {
   Group group(app, "Time and processors");
   group.Add("-j,--jobs", settings.jobs, "N", "compilations at a time; all processors otherwise")
-      ->check(CLI::Range(1, 1024));
+      ->check(Quiet(CLI::Range(1, 1024)));
   group.Add("--timeout", settings.timeoutSeconds, "SECONDS", "stop then, with the best so far")
-      ->check(CLI::PositiveNumber);
+      ->check(Quiet(CLI::PositiveNumber));
   group.Add("--limit", settings.limitSeconds, "SECONDS", "a compilation that takes longer hangs")
-      ->check(CLI::PositiveNumber)
+      ->check(Quiet(CLI::PositiveNumber))
       ->capture_default_str();
   group.Add("--launch", settings.launch, "COMMAND", "put before every compilation: srun -n1");
   group.Add("--work", settings.work, "FOLDER", "where the tries are made: a shared disk")
-      ->check(CLI::ExistingDirectory);
+      ->check(Quiet(CLI::ExistingDirectory));
   group.Add("--stages", settings.stages, "LIST", "of preprocess,plain,snip,refine,options,layout")
       ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(CLI::IsMember(StageNames()));
+      ->allow_extra_args(false)  // the words behind it are the compiler's
+      ->check(Quiet(CLI::IsMember(StageNames())));
 }
 
 void AddOutput(CLI::App& app, Settings& settings) {
