@@ -49,7 +49,7 @@ class Refusal : public snipwell::Judge {
   }
 
  private:
-  int left = 50;
+  int left = 20;
   std::size_t asked = 0;
 };
 

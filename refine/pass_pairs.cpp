@@ -14,7 +14,7 @@ namespace snipwell {
 namespace {
 
 constexpr std::size_t kMostWords = 100;
-constexpr std::size_t kMostPairs = 400;
+constexpr std::size_t kMostPairs = 250;
 
 using Cuts = std::vector<Cut>;
 

@@ -1,5 +1,6 @@
-// Parameters go together with the arguments of every use. A use of a name is any group that stands
-// behind it, or behind a name that it declares: "f(1)", "f<int>", "type object(1)", "type{1}".
+// Parameters go together with the arguments of every use, and an argument can come in the place of
+// the parameter. A use of a name is any group that stands behind it, or behind a name that it
+// declares: "f(1)", "f<int>", "type object(1)", "type{1}".
 
 #include <algorithm>
 #include <cstddef>
