@@ -132,7 +132,7 @@ std::string Steps(const std::string& trace) {
 
 std::string ManyFunctions() {
   std::string text;
-  for (int i = 0; i < 12; ++i) {
+  for (int i = 0; i < 9; ++i) {
     const std::string number = std::to_string(i);
     text +=
         "int f" + number + "(int a, int b) { if (a < b) return a * " + number + "; return b; }\n";
@@ -147,7 +147,7 @@ TEST(Snipwell, TakesTheSameStepsWithAnyNumberOfJobs) {
   for (const char* jobs : {"-j1", "-j2", "-j7"}) {
     Project project;
     project.Write("pool.cpp", ManyFunctions());
-    project.SetRules(CrashOn("int f3 a < b 3 ; int f8 ( int ) { return b ; }", "f", "wait 10\n"));
+    project.SetRules(CrashOn("int f3 a < b 3 ; int f6 ( int ) { return b ; }", "f", "wait 5\n"));
     const Outcome outcome =
         project.Snipwell({jobs, "--trace=test_trace", "fake_g++", "-c", "pool.cpp"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -180,7 +180,11 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
       {{"--match", "at pool.cc"}, "", CrashOn("take", "f"), "take\n", "writes a certain line.\n"},
       {{}, "", afterError, "int take() 7\n", "# internal compiler error: in f, at pool.cc:70"},
       {{"--allow-errors"}, "", afterError, "take\n", "error: what?\n"},
-      {{"--repeat=2", "--stages=refine"}, "", flaky, "take count", "# internal compiler error: in f, at"},
+      {{"--repeat=2", "--stages=refine"},
+       "",
+       flaky,
+       "take count",
+       "# internal compiler error: in f, at"},
       {{}, "", accepted("other++"), "take 7\n", "No other compiler of this machine was found"},
       {{"--accepted-by=other++ -c"},
        "other++",
@@ -246,9 +250,10 @@ TEST(Snipwell, RunsTriesWhereAndAsItIsTold) {
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(project.Read("pool.min.cpp"), "int take(){\nreturn 7;\n}");
-  EXPECT_GT(Count(project.Read("test_log"), "fake_g++\n"), 9U);
   const std::string tries = "-o " + (project.Folder() / "test_work").string();
-  EXPECT_EQ(Count(project.Read("test_log"), "fake_g++\n"), Count(project.Runs(), tries));
+  EXPECT_GT(Count(project.Runs(), tries), 9U);
+  // A try that is not wanted any more may end between the two.
+  EXPECT_GE(Count(project.Read("test_log"), "fake_g++\n"), Count(project.Runs(), tries));
   EXPECT_TRUE(std::filesystem::is_empty(project.Folder() / "test_work"));
 }
 
