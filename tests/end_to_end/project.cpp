@@ -25,13 +25,6 @@ constexpr char kSource[] =
     "}\n"
     "int other;\n";
 
-constexpr char kRules[] =
-    "rule\n"
-    "noarg -E\n"
-    "words int take ( ) { return 7 ; }\n"
-    "err {file}:7:3: internal compiler error: in take_pool, at pool.cc:70\n"
-    "exit 1\n";
-
 bool IsOfTheTest(const std::string& name) { return name.rfind("test_", 0) == 0; }
 
 /// The processes that were started with this text in their environment.
@@ -49,12 +42,21 @@ std::string ProcessesOf(const std::string& variable) {
 
 }  // namespace
 
+const char kWanted[] = "int take ( ) { return 7 ; }";
+const char kSmallest[] = "int take() { return 7; }\n";
+
+std::string CrashOn(const std::string& words, const std::string& function,
+                    const std::string& more) {
+  return "rule\nnoarg -E\nwords " + words + '\n' + more +
+         "err {file}:7:3: internal compiler error: in " + function + ", at pool.cc:70\nexit 1\n";
+}
+
 Project::Project() {
   fs::create_directories(Folder() / "test_tmp");
   fs::create_directories(Folder() / "test_bin");
   Write("pool.h", kHeader);
   Write("pool.cpp", kSource);
-  SetRules(kRules);
+  SetRules(CrashOn(kWanted, "take_pool"));
 }
 
 void Project::Write(const std::string& name, const std::string& text) {

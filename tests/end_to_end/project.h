@@ -8,6 +8,15 @@
 
 namespace snipwell::testing {
 
+/// The words that the project's compiler wants, and what is left when nothing else is.
+extern const char kWanted[];
+extern const char kSmallest[];
+
+/// A rule for a crash of the compiler proper, in this function, on texts that have these words in
+/// their order, under further conditions and with further actions.
+std::string CrashOn(const std::string& words, const std::string& function,
+                    const std::string& more = "");
+
 /// A small project whose compiler fails, in a fresh folder: "pool.cpp", which includes "pool.h".
 /// The only programs in PATH are the project's own, the fake compiler "fake_g++", and those that a
 /// test adds to "test_bin". Whatever a run does, the files that were there must stay byte for byte,

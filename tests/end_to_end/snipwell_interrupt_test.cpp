@@ -16,15 +16,6 @@ const char kSource[] =
     "  int count = pool;\n"
     "  return count + 7;\n"
     "}\n";
-const char kResult[] = "int take() { return 7; }\n";
-
-const char kCrash[] =
-    "rule\n"
-    "noarg -E\n"
-    "words int take ( ) { return 7 ; }\n"
-    "err {file}:7:3: internal compiler error: in f, at pool.cc:70\n"
-    "exit 1\n";
-
 /// A rule for one run, which then does not end.
 std::string At(int run, const std::string& action) {
   return "rule\nrun " + std::to_string(run) + "\n" + action + "litter\nhang\n";
@@ -38,11 +29,11 @@ std::string SignalTo(const Project& project, int number) {
 void ExpectToGoOn(Project& project, const std::string& stages) {
   EXPECT_EQ(Count(project.Read("pool.min.cpp"), "int take"), 1U);
   EXPECT_EQ(Count(project.Read("pool.report.md"), "## How to reproduce\n"), 1U) << stages;
-  project.SetRules(kCrash);
+  project.SetRules(CrashOn(kWanted, "f"));
   const Outcome outcome = project.Reduce({"--resume"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(Count(outcome.err, "The run went on from an earlier result."), 1U) << outcome.err;
-  EXPECT_EQ(project.Read("pool.min.cpp"), kResult) << stages;
+  EXPECT_EQ(project.Read("pool.min.cpp"), kSmallest) << stages;
   EXPECT_EQ(project.Added(), "pool.min.cpp pool.report.md");
 }
 
@@ -61,10 +52,10 @@ TEST(SnipwellStopped, DeliversWhatThereIs) {
     Project project;
     project.Write("pool.cpp", kSource);
     const std::string signal = SignalTo(project, row.signal);
-    project.SetRules(At(row.run, signal) + At(row.secondRun, signal) + kCrash);
+    project.SetRules(At(row.run, signal) + At(row.secondRun, signal) + CrashOn(kWanted, "f"));
     const std::string stages = std::string("--stages=") + row.stages;
     EXPECT_EQ(project.Reduce({stages}).status, 130) << stages << ' ' << row.run;
-    const std::size_t last = row.secondRun != 0 ? row.secondRun : row.run + 3;
+    const unsigned last = row.secondRun != 0 ? row.secondRun : row.run + 3;
     EXPECT_LE(Count(project.Runs(), "\n"), last) << "it goes on: " << stages << ' ' << row.run;
     ExpectToGoOn(project, stages + ' ' + std::to_string(row.run));
   }
@@ -73,7 +64,7 @@ TEST(SnipwellStopped, DeliversWhatThereIs) {
 TEST(SnipwellStopped, LeavesNothingBeforeThereIsAResult) {
   for (const int run : {1, 2, 3}) {
     Project project;
-    project.SetRules(At(run, SignalTo(project, 2)) + kCrash);
+    project.SetRules(At(run, SignalTo(project, 2)) + CrashOn(kWanted, "f"));
     const Outcome outcome = project.Reduce();
     EXPECT_EQ(outcome.status, 130) << run;
     EXPECT_EQ(Count(outcome.err, "snipwell: stopped\n"), 1U) << outcome.err;
@@ -82,11 +73,17 @@ TEST(SnipwellStopped, LeavesNothingBeforeThereIsAResult) {
 }
 
 TEST(SnipwellStopped, DeliversAtTheEndOfItsTime) {
-  for (const char* stages : {"--stages=snip", "--stages=refine", "--stages=options,layout"}) {
+  const struct {
+    const char* stages;
+    int run;
+  } rows[] = {{"snip", 5}, {"refine", 5}, {"options,refine", 4}};
+  for (const auto& row : rows) {
     Project project;
     project.Write("pool.cpp", kSource);
-    project.SetRules(At(5, "") + kCrash);
+    project.SetRules(At(row.run, "") + CrashOn(kWanted, "f"));
+    const std::string stages = std::string("--stages=") + row.stages;
     EXPECT_EQ(project.Reduce({"--timeout=1", stages}).status, 0) << stages;
+    EXPECT_LE(Count(project.Runs(), "\n"), row.run + 3U) << "it goes on: " << stages;
     ExpectToGoOn(project, stages);
   }
 }

@@ -12,16 +12,6 @@
 namespace snipwell::testing {
 namespace {
 
-const char kResult[] = "int take() { return 7; }\n";
-const char kSmallest[] = "int take ( ) { return 7 ; }";  // words that the default rules want
-
-/// A rule for a crash of the compiler proper on texts that have these words.
-std::string CrashOn(const std::string& words, const std::string& function,
-                    const std::string& more = "") {
-  return "rule\nnoarg -E\nwords " + words + "\n" + more +
-         "err {file}:7:3: internal compiler error: in " + function + ", at pool.cc:70\nexit 1\n";
-}
-
 std::string ErrorOn(const std::string& words, const std::string& error,
                     const std::string& more = "") {
   return "rule\nnoarg -E\nwords " + words + "\n" + more + "err {file}:7:3: error: " + error +
@@ -40,19 +30,19 @@ void ExpectInOrder(const std::string& text, const std::vector<std::string>& part
 
 TEST(Snipwell, GoesFromTheCommandToTheReport) {
   Project project;
-  project.SetRules(CrashOn(kSmallest, "take_pool", "arg -O2\nlitter\n") +
+  project.SetRules(CrashOn(kWanted, "take_pool", "arg -O2\nlitter\n") +
                    CrashOn("int take ( ) {", "other"));
   const Outcome outcome = project.Snipwell({"--json=made.json", "--html", "made.html", "fake_g++",
                                             "-Wall", "-O2", "-Da=b", "-c", "pool.cpp"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(project.Added(), "made.html made.json pool.min.cpp pool.other-1.cpp pool.report.md");
-  EXPECT_EQ(project.Read("pool.min.cpp"), kResult);
+  EXPECT_EQ(project.Read("pool.min.cpp"), kSmallest);
   EXPECT_EQ(project.Read("pool.other-1.cpp"), "int take(){\n}");
   ExpectInOrder(
       project.Read("pool.report.md"),
       {"<!-- snipwell report -->\n# internal compiler error: in take_pool, at pool.cc:70\n",
-       "crashes.\n", "gcc version 99.1 (Fake)\n", "fake_g++ -O2 -c pool.min.cpp\n", kResult,
+       "crashes.\n", "gcc version 99.1 (Fake)\n", "fake_g++ -O2 -c pool.min.cpp\n", kSmallest,
        "pool.min.cpp:7:3: internal", "## Where it comes from",
        "fake_g++ -Wall -O2 -Da=b -c pool.cpp\n", "- `pool.cpp:5-8`\n\n",
        "| source | 128 | 37 |\n| preprocessed |", "| laid out | 25 | 9 |\n", " compilations in ",
@@ -62,13 +52,13 @@ TEST(Snipwell, GoesFromTheCommandToTheReport) {
   ExpectInOrder(page, {"<!DOCTYPE html>", "take_pool", "</html>"});
   EXPECT_EQ(Count(page, "<script") + Count(page, "<link"), 0U);
   const auto json = nlohmann::json::parse(project.Read("made.json"));
-  EXPECT_EQ(json["source"], kResult);
+  EXPECT_EQ(json["source"], kSmallest);
   EXPECT_EQ(json["reducedCommand"], nlohmann::json({"fake_g++", "-O2", "-c", "pool.min.cpp"}));
   EXPECT_EQ(json["stages"].back()["tokens"], 9);
 }
 
 TEST(Snipwell, EndsWithAStatusThatTellsWhy) {
-  const std::string fails = CrashOn(kSmallest, "f");
+  const std::string fails = CrashOn(kWanted, "f");
   using Words = std::vector<std::string>;
   const Words command = {"fake_g++", "-c", "pool.cpp"};
   const auto with = [&](const std::string& option) {
@@ -132,7 +122,7 @@ std::string Steps(const std::string& trace) {
 
 std::string ManyFunctions() {
   std::string text;
-  for (int i = 0; i < 12; ++i) {
+  for (int i = 0; i < 9; ++i) {
     const std::string number = std::to_string(i);
     text +=
         "int f" + number + "(int a, int b) { if (a < b) return a * " + number + "; return b; }\n";
@@ -147,7 +137,7 @@ TEST(Snipwell, TakesTheSameStepsWithAnyNumberOfJobs) {
   for (const char* jobs : {"-j1", "-j2", "-j7"}) {
     Project project;
     project.Write("pool.cpp", ManyFunctions());
-    project.SetRules(CrashOn("int f3 a < b 3 ; int f8 ( int ) { return b ; }", "f", "wait 10\n"));
+    project.SetRules(CrashOn("int f3 a < b 3 ; int f6 ( int ) { return b ; }", "f", "wait 5\n"));
     const Outcome outcome =
         project.Snipwell({jobs, "--trace=test_trace", "fake_g++", "-c", "pool.cpp"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -166,7 +156,7 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
       CrashOn("int take ( ) 7", "f") + CrashOn("take", "f", "err {file}:1:1: error: what?\n");
   const std::string flaky = CrashOn("take count", "f") + CrashOn("take", "f", "even\n");
   const auto accepted = [](const std::string& other) {
-    return "rule\nnoarg -E\narg " + other + "\nwords " + kSmallest + '\n' +
+    return "rule\nnoarg -E\narg " + other + "\nwords " + kWanted + '\n' +
            ErrorOn("", "bad", "arg " + other + "\n") + ErrorOn("take 7", "no");
   };
   const struct {
@@ -180,14 +170,18 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
       {{"--match", "at pool.cc"}, "", CrashOn("take", "f"), "take\n", "writes a certain line.\n"},
       {{}, "", afterError, "int take() 7\n", "# internal compiler error: in f, at pool.cc:70"},
       {{"--allow-errors"}, "", afterError, "take\n", "error: what?\n"},
-      {{"--repeat=2", "--stages=refine"}, "", flaky, "take count", "# internal compiler error: in f, at"},
+      {{"--repeat=2", "--stages=refine"},
+       "",
+       flaky,
+       "take count",
+       "# internal compiler error: in f, at"},
       {{}, "", accepted("other++"), "take 7\n", "No other compiler of this machine was found"},
       {{"--accepted-by=other++ -c"},
        "other++",
        accepted("other++"),
-       kResult,
+       kSmallest,
        "accepted by `other++`"},
-      {{}, "g++-9", accepted("g++-9"), kResult, "accepted by `g++-9`"},
+      {{}, "g++-9", accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
   };
   for (const auto& row : rows) {
     Project project;
@@ -224,7 +218,7 @@ TEST(Snipwell, ListsTheLinesToChooseFrom) {
 
 TEST(Snipwell, KeepsTheOptionsThatTheFailureNeeds) {
   Project project;
-  project.SetRules(CrashOn(kSmallest, "f", "arg -O2\narg -fsmall\narg -std=c++20\n"));
+  project.SetRules(CrashOn(kWanted, "f", "arg -O2\narg -fsmall\narg -std=c++20\n"));
   project.Snipwell({"-j1", "fake_g++", "-g", "-O2", "-Wall", "-Wextra", "-std=c++20", "-fsmall",
                     "-pipe", "-c", "pool.cpp", "-o", "x.o", "-MD"});
   EXPECT_EQ(
@@ -246,9 +240,10 @@ TEST(Snipwell, RunsTriesWhereAndAsItIsTold) {
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(project.Read("pool.min.cpp"), "int take(){\nreturn 7;\n}");
-  EXPECT_GT(Count(project.Read("test_log"), "fake_g++\n"), 9U);
   const std::string tries = "-o " + (project.Folder() / "test_work").string();
-  EXPECT_EQ(Count(project.Read("test_log"), "fake_g++\n"), Count(project.Runs(), tries));
+  EXPECT_GT(Count(project.Runs(), tries), 9U);
+  // A try that is not wanted any more may end between the two.
+  EXPECT_GE(Count(project.Read("test_log"), "fake_g++\n"), Count(project.Runs(), tries));
   EXPECT_TRUE(std::filesystem::is_empty(project.Folder() / "test_work"));
 }
 
