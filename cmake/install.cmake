@@ -7,18 +7,26 @@ install(TARGETS snip RUNTIME)
 if(TARGET snip-cc)
   install(TARGETS snip-cc RUNTIME)
 endif()
+if(TARGET snipwell_program)
+  install(TARGETS snipwell_program RUNTIME)
+endif()
 
 install(FILES README.md NEWS.md packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # A folder of its own, so that the links of the README lead there.
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY share/ DESTINATION ${snipwell_data_dir}/criteria
-        FILES_MATCHING PATTERN "*.criteria")
+        FILES_MATCHING PATTERN "*.criteria" PATTERN completions EXCLUDE)
 
 if(NOT WIN32)
-  install(FILES man/snip.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  if(TARGET snip-cc AND EXISTS ${PROJECT_SOURCE_DIR}/man/snip-cc.1)
-    install(FILES man/snip-cc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  endif()
+  install(FILES man/snip.1 man/snip-cc.1 man/snipwell.1
+          DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  # Where each shell looks by itself, and for a name that each expects.
+  install(FILES share/completions/snipwell.bash RENAME snipwell
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES share/completions/_snipwell
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES share/completions/snipwell.fish
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
   # In share, not in libexec: it is the user who names it, and it fits every machine.
   install(PROGRAMS scripts/g++.sh DESTINATION ${snipwell_data_dir})
 endif()
