@@ -3,7 +3,7 @@
 set(CPACK_PACKAGE_NAME snipwell)
 set(CPACK_PACKAGE_VENDOR "Snipwell maintainers")
 set(CPACK_PACKAGE_CONTACT "Snipwell maintainers <maintainers@snipwell.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "isolates the lines of a source that make a compiler fail")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "reduces programs on which a C or C++ compiler fails")
 set(CPACK_PACKAGE_DESCRIPTION_FILE ${PROJECT_SOURCE_DIR}/packaging/description)
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/packaging/copyright)
 set(CPACK_RESOURCE_FILE_README ${PROJECT_SOURCE_DIR}/README.md)

@@ -17,6 +17,12 @@ if(NOT found EQUAL 0)
 endif()
 
 set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX})
+# Debian's zsh looks for what packages bring in a folder of its own.
+file(MAKE_DIRECTORY ${root}/share/zsh/vendor-completions)
+file(RENAME ${root}/share/zsh/site-functions/_snipwell
+     ${root}/share/zsh/vendor-completions/_snipwell)
+file(REMOVE_RECURSE ${root}/share/zsh/site-functions)
+
 set(changelog ${root}/${CPACK_SNIPWELL_DOC_DIR}/changelog)
 configure_file(${CPACK_SNIPWELL_CHANGELOG} ${changelog} COPYONLY
                FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)

@@ -1,8 +1,8 @@
 #!/bin/sh
 # Installs a build and uses what was installed: install_test.sh BUILD_FOLDER [CMAKE]
 #
-# Looks for every file that belongs there, lets man read the manual pages, and isolates a failure of
-# a compiler that is a script, with the installed criteria and without.
+# Looks for every file that belongs there, lets man read the manual pages, isolates a failure of a
+# compiler that is a script, with the installed criteria, and reduces what a test tells of.
 set -eu
 
 build=$(cd -- "$1" && pwd)
@@ -26,7 +26,9 @@ cd "$project"
 for file in README.md NEWS.md docs/*.md; do
   cmp -s "$file" "$prefix/share/doc/snipwell/$file" || fail "no $file"
 done
-for file in share/doc/snipwell/copyright share/man/man1/snip.1 share/man/man1/snip-cc.1; do
+for file in share/doc/snipwell/copyright share/man/man1/snip.1 share/man/man1/snipwell.1 \
+  share/snipwell/criteria/msvc-style.criteria share/bash-completion/completions/snipwell \
+  share/zsh/site-functions/_snipwell share/fish/vendor_completions.d/snipwell.fish; do
   [ -s "$prefix/$file" ] || fail "no $file"
 done
 man --help 2>&1 | grep -q -e --warnings || echo "NOT RUN: the manual pages, for want of a man"
@@ -50,6 +52,7 @@ env PATH="$prefix/bin:$PATH" snip /COMPILER=./compiler /LOGFILE=log \
   "/ERRORMATCH=$prefix/share/snipwell/criteria/msvc-style.criteria" prog.cpp >out 2>err || fail "snip"
 grep -q 'Matching Criteria from file .*/msvc-style.criteria' err || fail "the criteria were not read"
 [ "$(cat prog.tsf.cpp)" = "$(printf '\nint c() { return wrong; }')" ] || fail "$(cat prog.tsf.cpp)"
-"$prefix/bin/snipwell" ./compiler prog.cpp >out 2>err || fail "snipwell: $(cat err)"
+env PATH="$prefix/bin:$PATH" snipwell -q --test='grep -q wrong prog.cpp' prog.cpp >out 2>&1 ||
+  fail "snipwell: $(cat out)"
 [ "$(cat prog.min.cpp)" = wrong ] || fail "$(cat prog.min.cpp)"
 echo "everything is installed and works"
