@@ -21,7 +21,7 @@ const std::vector<Pass>& Passes();
 
 // Each with what it makes of a line.
 
-/// void f(); void g() { f(); } void h();  ->  void h();
+/// struct A {}; struct B { A a; }; struct C {};  ->  struct C {};
 EditList RemoveUnused(const Program& program, const Tree& tree);
 /// int f() { return 1; } int g() { return 2; }  ->  int f(); int g();
 EditList RemoveBodies(const Program& program, const Tree& tree);

@@ -95,7 +95,8 @@ TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
     const char* source;
     const char* result;  // of one of the edits
   } table[] = {
-      {"unused", "void f();void g(){f();}void h();", "void h();"},
+      {"unused", "struct A{};struct B{A a;};struct C{};", "struct C{};"},
+      {"unused", "struct A;int A::f(){}A a;int g();", "int g();"},
       {"unused", "namespace a{}inline namespace b{int c;}int d;",
        "namespace a{}inline namespace b{}int d;"},
       {"items", "template<class T>requires requires{T();}struct A;int b;", "int b;"},
@@ -123,7 +124,9 @@ TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
       {"inlining", "a=b+1;f(a);", "f(b+1);"},
       {"arguments", "int f(int a,int b){return a;}f(1,2);", "int f(int b){return 1;}f(2);"},
       {"declarations", "struct A;A*a;struct A{};", "struct A{};A*a;"},
-      {"bodies", "void f(){}void g(){h();}", "void f(){h();}"},
+      {"bodies", "struct A{A():b(1){}};", "struct A{A();};"},
+      {"bodies", "int A::f(){return 1;}int g();", "int g();"},
+      {"other bodies", "void f(){}void g(){h();}", "void f(){h();}"},
       {"other types", "struct A{};struct B{};B b;", "struct A{};A b;"},
       {"other types", "struct A;struct A{};A b;", "int b;"},
       {"pairs", "struct A*b;b->c;", "struct A b;b.c;"},
