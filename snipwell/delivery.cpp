@@ -55,12 +55,16 @@ void CheckWithOwnCommand(Job& job) {
   job.Remark("With the command as given the result fails otherwise: use the reduced command.");
 }
 
-/// A command as people would give it: without what only keeps the compiler's files away.
-Words ForPeople(const CompileCommand& command, const std::string& source) {
-  Words words = CompileWords(command, source, "");
+/// A command for the result as people would give it: without what only keeps the compiler's files
+/// away, or finds for copies what stands beside the result.
+Words ForPeople(const Job& job) {
+  Words words = CompileWords(job.form.command, job.findings.sourceName, "");
+  const Words finding = {"-iquote", fs::absolute(job.result->Name()).parent_path().string()};
+  const auto beside = std::search(words.begin(), words.end(), finding.begin(), finding.end());
+  if (beside != words.end()) words.erase(beside, beside + 2);
   words.erase(std::remove(words.begin(), words.end(), "-fno-crash-diagnostics"), words.end());
   const auto output = std::find(words.begin(), words.end(), "-o");
-  if (output + 1 < words.end()) words.erase(output, output + 2);
+  if (output != words.end()) words.erase(output, output + 2);
   return words;
 }
 
@@ -136,8 +140,7 @@ void FillFindings(Job& job) {
   Findings& findings = job.findings;
   findings.source = job.form.text;
   findings.command = job.given;
-  findings.reducedCommand =
-      job.IsTest() ? job.given : ForPeople(job.form.command, findings.sourceName);
+  findings.reducedCommand = job.IsTest() ? job.given : ForPeople(job);
   findings.origin = RangesOf(LinesLeftIn(job));
   findings.version = kVersion;
   findings.otherCrashes = job.otherCrashes.All();
