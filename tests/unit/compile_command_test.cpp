@@ -143,8 +143,8 @@ TEST(TakeCommandApart, UnderstandsCommandsAsBuildProgramsWriteThem) {
       {"clang-cl-14 /O2 /UNDEBUG /FIx.h /Users/me/a.c",
        "clang-cl-14 | /O2 /UNDEBUG /FIx.h | /c /Users/me/a.c"},
       {"clang --driver-mode=cl /O2 /Fo:a.obj a.c", "clang | --driver-mode=cl /O2 | /c a.c"},
-      {"clang-cl /Zs /work/x/a.cpp -Xclang -verify",
-       "clang-cl | -Xclang -verify | /Zs /work/x/a.cpp"},
+      {"clang-cl /Zs /home/x/a.cpp -Xclang -verify",
+       "clang-cl | -Xclang -verify | /Zs /home/x/a.cpp"},
       // What starts compilers.
       {"ccache distcc g++ -c a.cpp", "g++ | | -c a.cpp"},
       {"CCACHE_DISABLE=1 nice -n 19 ionice -c 3 icecc /opt/x86_64-linux-gnu-g++ -c a.cpp",

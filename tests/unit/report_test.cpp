@@ -115,7 +115,7 @@ TEST(LineMap, GivesTheRangesOfWhatIsLeft) {
   const MappedText mapped = WithoutMarkers(
       "# 1 \"/usr/include/s.h\" 1 3\ns1\ns2\n# 3 \"<command-line>\"\nm3\n# 0 \"a.cpp\"\nd0\n# 40 "
       "\"./src/pool.cpp\"\n"
-      "a40\nb41\nc42\n# 7 \"/work/src/pool.h\" 1\nd7\n# 60 \"/work/src/pool.cpp\" 2\ne60\nf61\n"
+      "a40\nb41\nc42\n# 7 \"/home/src/pool.h\" 1\nd7\n# 60 \"/home/src/pool.cpp\" 2\ne60\nf61\n"
       "g62\nh63\n# 5 \"../other/x.h\"\ni5\n# 9 \"/worker/y.h\"\nj9\n",
       "");
   struct {
