@@ -41,11 +41,11 @@ bool FailsAsGiven(Job& job, const Form& form) {
 }
 
 /// Goes back to the program before when that fails with the user's own command, and the last does
-/// not, unless that would be a much larger one.
+/// not, unless that would be a much larger one, or the source.
 void CheckWithOwnCommand(Job& job) {
   const std::size_t most = 2 * job.form.text.size();
   const std::vector<Form>& all = job.Milestones();
-  for (auto form = all.rbegin(); form != all.rend() && form->text.size() <= most; ++form) {
+  for (auto form = all.rbegin(); form + 1 < all.rend() && form->text.size() <= most; ++form) {
     if (!FailsAsGiven(job, *form)) continue;
     if (form == all.rbegin()) return;
     job.form = *form;
@@ -68,6 +68,13 @@ Words ForPeople(const Job& job) {
   return words;
 }
 
+/// The same where a test decides.
+Words TestForPeople(const Job& job) {
+  Words words = job.given;
+  std::replace(words.begin(), words.end(), job.command.source, job.findings.sourceName);
+  return words;
+}
+
 Words VersionOf(Job& job) {
   platform::ChildCommand command;
   command.arguments = {job.command.compiler, "-v"};
@@ -77,7 +84,9 @@ Words VersionOf(Job& job) {
   Words lines;
   for (std::string line; std::getline(output, line);) {
     const bool target = line.rfind("Target:", 0) == 0;
-    if (target || line.find(" version ") != std::string::npos) lines.push_back(line);
+    const bool version =
+        line.find(" version ") != std::string::npos && line.rfind("Found ", 0) != 0;
+    if (target || version) lines.push_back(line);
   }
   return lines;
 }
@@ -140,7 +149,7 @@ void FillFindings(Job& job) {
   Findings& findings = job.findings;
   findings.source = job.form.text;
   findings.command = job.given;
-  findings.reducedCommand = job.IsTest() ? job.given : ForPeople(job);
+  findings.reducedCommand = job.IsTest() ? TestForPeople(job) : ForPeople(job);
   findings.origin = RangesOf(LinesLeftIn(job));
   findings.version = kVersion;
   findings.otherCrashes = job.otherCrashes.All();

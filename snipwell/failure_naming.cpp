@@ -54,9 +54,12 @@ void RefuseChanging(Job& job) {
   if (job.question.failure.kind == FailureKind::Hang) return;
   const Failure again = Wanted(job, CompileSource(job));
   if (again.IsSameAs(job.question.failure)) return;
-  throw RunEnd(CannotHold, "the failure changes: first " + job.question.failure.headline +
-                               "; then " +
-                               (again.headline.empty() ? "none at all" : again.headline) +
+  const std::string& first = job.question.failure.headline;
+  if (again.headline.empty()) {
+    throw RunEnd(CannotHold, "it fails only sometimes: " + first +
+                                 ". A script for --test= can compile several times");
+  }
+  throw RunEnd(CannotHold, "the failure changes: first " + first + "; then " + again.headline +
                                ". --match=TEXT can name a line that all of them have");
 }
 

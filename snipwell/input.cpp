@@ -70,7 +70,7 @@ Input FromTest(const Settings& settings) {
   Input input;
   input.source = OnlyWord(settings, "--test=");
   input.command.source = input.source;
-  input.given = {settings.test};
+  input.given = {"snipwell", "--test=" + settings.test, input.source};
   input.test = TestWords(settings.test);
   return input;
 }
@@ -83,6 +83,7 @@ Input FromWrongCode(const Settings& settings, Workshop& workshop) {
   if (std::count(wrong.otherWords.begin(), wrong.otherWords.end(), source) == 0) {
     wrong.otherWords.push_back(source);
   }
+  input.given.insert(input.given.begin(), {"snipwell", "--wrong-code=" + settings.wrongCode});
   input.test = WrongCodeTest(wrong, input.source, workshop, input.remarks);
   return input;
 }

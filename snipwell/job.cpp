@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <utility>
@@ -60,9 +61,11 @@ void Job::Begin(const std::string& stageTitle) {
   ShowProgress();
 }
 
+/// The size at the start is that of the source with all its includes, once they are put in.
 void Job::ShowProgress(std::size_t bytes) {
-  if (findings.stages.empty()) return;
-  status.Show({title, bytes, findings.stages.front().bytes, workshop.Commands(), settings.jobs});
+  std::size_t start = 0;
+  for (const StageSize& stage : findings.stages) start = std::max(start, stage.bytes);
+  if (start > 0) status.Show({title, bytes, start, workshop.Commands(), settings.jobs});
 }
 
 void Job::Remark(const std::string& sentence) {

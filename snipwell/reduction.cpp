@@ -48,6 +48,11 @@ void TryLauncher(Job& job) {
                "that it is given, in its own current folder");
 }
 
+void TellOfEarlyEnd(Job& job) {
+  if (!job.stopped && !job.workshop.IsTimeUp()) return;
+  job.Remark("The run was ended early: with --resume it goes on from here.");
+}
+
 /// Goes on from an earlier result, if it still fails.
 bool Resume(Job& job) {
   if (!job.settings.resume || !job.result->HasEarlier()) return false;
@@ -104,6 +109,7 @@ ExitStatus Reduce(const Settings& settings) {
   const bool resumed = Resume(job);
   if (!resumed) job.Take(job.form.text);
   RunStages(job, resumed);
+  TellOfEarlyEnd(job);
   Deliver(job);
   return job.wasInterrupted ? Interrupted : Reduced;
 }

@@ -133,7 +133,9 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
-    return app.exit(end) == 0 ? Reduced : BadUsage;
+    if (end.get_exit_code() != 0) return Complain(end.what());
+    app.exit(end);
+    return Reduced;
   }
   settings.words = app.remaining();
   if (settings.jobs == 0) settings.jobs = platform::Processors();

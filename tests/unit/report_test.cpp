@@ -116,7 +116,7 @@ TEST(LineMap, GivesTheRangesOfWhatIsLeft) {
       "# 1 \"/usr/include/s.h\" 1 3\ns1\ns2\n# 3 \"<command-line>\"\nm3\n# 0 \"a.cpp\"\nd0\n# 40 "
       "\"./src/pool.cpp\"\n"
       "a40\nb41\nc42\n# 7 \"/home/src/pool.h\" 1\nd7\n# 60 \"/home/src/pool.cpp\" 2\ne60\nf61\n"
-      "g62\nh63\n# 5 \"../other/x.h\"\ni5\n# 9 \"/worker/y.h\"\nj9\n",
+      "g62\nh63\n# 5 \"../other/x.h\"\ni5\n# 9 \"/homeer/y.h\"\nj9\n",
       "");
   struct {
     const char* left;
@@ -128,7 +128,7 @@ TEST(LineMap, GivesTheRangesOfWhatIsLeft) {
       {"e60 h63 e60 a40", "src/pool.cpp:40 src/pool.cpp:60 src/pool.cpp:63 "},
       {"s2 d7 f61 g62", "src/pool.h:7 src/pool.cpp:61-62 /usr/include/s.h:2 "},
       {"i5 d7", "../other/x.h:5 src/pool.h:7 "},
-      {"j9 i5", "/worker/y.h:9 ../other/x.h:5 "},
+      {"j9 i5", "/homeer/y.h:9 ../other/x.h:5 "},
       {"f61 h63 a40 b41 c42 e60", "src/pool.cpp:40-42 src/pool.cpp:60-63 "},
   };
   for (const auto& row : rows) {
@@ -138,7 +138,7 @@ TEST(LineMap, GivesTheRangesOfWhatIsLeft) {
       origins.push_back(static_cast<std::uint32_t>(mapped.text.find(word)));
     }
     std::string ranges;
-    for (const LineRange& range : RangesOf(LinesLeft(mapped.map, origins, "/work"))) {
+    for (const LineRange& range : RangesOf(LinesLeft(mapped.map, origins, "/home"))) {
       ranges += NameOf(range) + ' ';
     }
     EXPECT_EQ(ranges, row.ranges) << row.left;
