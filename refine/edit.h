@@ -103,13 +103,18 @@ void AddHalved(EditList& edits, std::size_t first, std::size_t last, const CutsO
   edits.EndFiner(whole);
 }
 
-/// The same for at most `most` groups of neighbours, which are not parted.
+/// The same, but where there are many only the last `most` are single ones, and those before are
+/// so many groups of neighbours, which are not parted.
 template <typename CutsOf>
 void AddHalvedGroups(EditList& edits, std::size_t count, std::size_t most, const CutsOf& cutsOf) {
   if (count == 0) return;
-  const std::size_t groups = std::min(count, most);
-  AddHalved(edits, 0, groups - 1, [&](std::size_t first, std::size_t last) {
-    return cutsOf(first * count / groups, (last + 1) * count / groups - 1);
+  const std::size_t single = std::min(count, most);
+  const std::size_t groups = std::min(count - single, most);
+  const auto begin = [&](std::size_t group) {
+    return group < groups ? group * (count - single) / groups : count - single + group - groups;
+  };
+  AddHalved(edits, 0, groups + single - 1, [&](std::size_t first, std::size_t last) {
+    return cutsOf(begin(first), begin(last + 1) - 1);
   });
 }
 

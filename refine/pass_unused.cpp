@@ -23,6 +23,19 @@ std::vector<Cut> CutsOf(const std::vector<Range>& ranges) {
 
 }  // namespace
 
+/// Whatever uses them: often the end of a program has come to need nothing of all before it.
+EditList RemoveUnits(const Program& program, const Tree& tree) {
+  EditList edits;
+  const References references(program, tree);
+  const std::size_t count = references.Units().size();
+  AddHalvedGroups(edits, count, kMostGroups, [&](std::size_t first, std::size_t last) {
+    std::vector<bool> staying(count, true);
+    for (std::size_t unit = first; unit <= last; ++unit) staying[unit] = false;
+    return CutsOf(references.Without(staying));
+  });
+  return edits;
+}
+
 EditList RemoveUnused(const Program& program, const Tree& tree) {
   EditList edits;
   const References references(program, tree);

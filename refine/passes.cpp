@@ -4,6 +4,8 @@ namespace snipwell {
 
 const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
+      {"end", RemoveEnd},
+      {"units", RemoveUnits},
       {"bodies", RemoveBodies},
       {"unused", RemoveUnused},
       {"items", RemoveItems},

@@ -21,6 +21,10 @@ const std::vector<Pass>& Passes();
 
 // Each with what it makes of a line.
 
+/// The items of the end of a large program, its statements alone.
+EditList RemoveEnd(const Program& program, const Tree& tree);
+/// namespace a { int b; int c; } int d;  ->  namespace a { int b; }
+EditList RemoveUnits(const Program& program, const Tree& tree);
 /// struct A {}; struct B { A a; }; struct C {};  ->  struct C {};
 EditList RemoveUnused(const Program& program, const Tree& tree);
 /// int f() { return 1; } int g() { return 2; }  ->  int f(); int g();

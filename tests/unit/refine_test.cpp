@@ -64,7 +64,10 @@ TEST(RefineInvariants, HoldForRandomPrograms) {
     const Program program(text);
     for (const Pass& pass : Passes()) edits[pass.name] += pass.edits(program, Tree(program)).Size();
   }
-  for (const auto& [pass, count] : edits) EXPECT_GT(count, 0U) << pass;
+  for (const auto& [pass, count] : edits) {
+    // One is for large programs only.
+    EXPECT_TRUE(count > 0 || pass == "end") << pass;
+  }
 }
 
 namespace {
@@ -95,6 +98,7 @@ TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
     const char* source;
     const char* result;  // of one of the edits
   } table[] = {
+      {"units", "namespace a{int b;int c;}int d;", "namespace a{int b;}"},
       {"unused", "struct A{};struct B{A a;};struct C{};", "struct C{};"},
       {"unused", "struct A;int A::f(){}A a;int g();", "int g();"},
       {"unused", "namespace a{}inline namespace b{int c;}int d;",
