@@ -1,8 +1,8 @@
 // Items of every list in halves: all of them, then the later half, then what is left of the halves,
 // down to single ones. An item that has to stay is looked into at once, before those in front of
 // it: what comes later uses what comes before, and the less is left of it, the more of that can
-// go. In a large program, most of which is there because its end includes it, the end goes first,
-// by its statements alone.
+// go. In a large program, most of which is there because its end includes it, the end goes first
+// by itself.
 
 #include <algorithm>
 #include <cstddef>
@@ -86,16 +86,12 @@ class Removal {
     };
     const auto begin = std::lower_bound(all.begin(), all.end(), item.begin, isBefore);
     auto end = std::lower_bound(begin, all.end(), item.end, isBefore);
-    while (end != begin) {
-      --end;
-      if (!onlyStatements || !lists[*end].commas) AddList(*end);
-    }
+    while (end != begin) AddList(*--end);
   }
 
   const std::vector<List>& lists;
   std::vector<std::vector<std::size_t>> inner;  // by list, in the order of the text
   EditList edits;
-  bool onlyStatements = false;
 };
 
 }  // namespace

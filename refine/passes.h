@@ -21,7 +21,7 @@ const std::vector<Pass>& Passes();
 
 // Each with what it makes of a line.
 
-/// The items of the end of a large program, its statements alone.
+/// The same as for items, but only of the end, and only in a large program.
 EditList RemoveEnd(const Program& program, const Tree& tree);
 /// namespace a { int b; int c; } int d;  ->  namespace a { int b; }
 EditList RemoveUnits(const Program& program, const Tree& tree);
