@@ -41,7 +41,6 @@ class Removal {
   /// The edits of the file's last items, as far as they have about so many words.
   EditList EditsOfEnd(std::uint32_t size) {
     if (lists.empty() || lists[0].items.empty()) return std::move(edits);
-
     const std::vector<Range>& items = lists[0].items;
     std::size_t first = items.size() - 1;
     while (first > 0 && items.back().end - items[first - 1].begin <= size) --first;
