@@ -106,7 +106,8 @@ void AddOutput(Job& job) {
   }
   const Compiled compiled = job.workshop.Compile(command, source, true);
   findings.output = WithoutColoursInLines(compiled.output);
-  if (compiled.failure.kind == FailureKind::Crash) {
+  if (compiled.failure.kind == job.question.failure.kind &&
+      compiled.failure.kind == FailureKind::Crash) {
     findings.headline = HeadlineInWords(compiled.failure);
   }
 }

@@ -23,6 +23,7 @@ Job::Job(const Settings& programSettings)
       workshop(programSettings),
       status(std::cerr, LookOf(STDERR_FILENO), VerbosityOf(programSettings),
              SurroundingsOf(STDERR_FILENO)) {
+  if (!settings.trace.empty()) std::ofstream(settings.trace);  // begins anew
   workshop.OnOtherCrash([this](const Failure& failure, const Place& place) {
     if (result) otherCrashes.Note(failure, place, *result);
   });

@@ -12,6 +12,7 @@ namespace snipwell {
 
 namespace {
 
+constexpr std::size_t kMostSource = 50'000;  // trackers take little more
 constexpr std::size_t kMostOutputLines = 100;
 constexpr std::size_t kMostRanges = 30;
 constexpr std::size_t npos = std::string_view::npos;
@@ -100,6 +101,9 @@ std::string Compiler(const Findings& findings) {
 std::string Reproduction(const Findings& findings) {
   std::string text = "## How to reproduce\n\n";
   text += Fenced("sh", CommandLine(findings.reducedCommand));
+  if (findings.source.size() > kMostSource) {
+    return text + "The source, " + Code(findings.sourceName) + ", is too long to stand here.\n\n";
+  }
   text += "Source " + Code(findings.sourceName) + ":\n\n";
   text += Fenced(LanguageOf(findings.sourceName), findings.source);
   if (ReadableText(findings.source) != findings.source) {
