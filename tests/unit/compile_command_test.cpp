@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "compile/bug_report.h"
-#include "compile/compilation_database.h"
-#include "compile/crash_script.h"
 #include "compile/response_files.h"
+#include "taken_apart.h"
 #include "temp_folder.h"
 
 namespace snipwell {
@@ -16,26 +14,8 @@ namespace snipwell {
 namespace {
 
 using namespace std::string_literals;
-using Words = std::vector<std::string>;
-
-std::string Joined(const Words& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
 
 Words AtBlanks(const std::string& text) { return SplitWords(text, Quoting::Gnu); }
-
-/// "compiler | arguments | action language source", or the complaint.
-std::string TakenApart(const Words& words, const std::string& folder) {
-  const CommandOrComplaint taken = TakeCommandApart(words, folder);
-  const CompileCommand& command = taken.command;
-  if (!taken.complaint.empty()) return taken.complaint;
-  std::string text = Joined(command.environment) + (command.environment.empty() ? "" : " ");
-  text += command.compiler + (command.frontEnd ? " -cc1 | " : " | ") + Joined(command.arguments);
-  text += (command.arguments.empty() ? "| " : " | ") + command.action + " ";
-  return text + (command.language.empty() ? "" : command.language + " ") + command.source;
-}
 
 }  // namespace
 
@@ -310,95 +290,6 @@ TEST(ResponseFiles, AreReadInAnyEncodingOfUnicode) {
   folder.Write("s5", "-O2");
   EXPECT_EQ(ReadResponseFiles({"@s"}, folder.NameOf(""), Quoting::Gnu).complaint.substr(0, 14),
             "Too many respo");
-}
-
-TEST(CompilationDatabase, FindsTheCommandOfASource) {
-  const TempFolder folder;
-  const CurrentFolder current(folder);
-  const std::string here = std::filesystem::current_path().generic_string();
-  folder.Write("compile_commands.json", R"([{"directory": ")" + here + R"(/b",
-    "command": "g++ '-DA=\"x y\"' -c ../src/pool.cpp", "file": "../src/pool.cpp"},
-    {"directory": "b", "arguments": ["g++", "-DB=x y", "src/main.cpp", 7], "file": "src/main.cpp"},
-    {"directory": "/c", "command": "gcc -c main.cpp", "file": "main.cpp"},
-    {"directory": "C:/d", "command": "cl /c C:\\d\\w.c", "file": "w.c"},
-    {"directory": "/c", "command": "gcc -O2", "file": "pool.cc"}, {"file": 3}, 5])");
-  const struct {
-    const char* source;
-    std::string found;  // "folder: word|word", or the complaint's start
-  } rows[] = {
-      {"src/pool.cpp", here + "/b: g++|-DA=\"x y\"|-c|../src/pool.cpp"},
-      {"b/../src/./pool.cpp", here + "/b: g++|-DA=\"x y\"|-c|../src/pool.cpp"},
-      {"src/main.cpp", here + "/b: g++|-DB=x y|src/main.cpp"},
-      {"b/src/main.cpp", here + "/b: g++|-DB=x y|src/main.cpp"},
-      {"/c/main.cpp", "/c: gcc|-c|main.cpp"},
-      {"pool.cc", "/c: gcc|-O2"},
-      {"main.cpp", "Several sources end in main.cpp (" + here + "/b/src/main.cpp, /c/main.cpp)"},
-      {"pol.cpp", "pol.cpp is not among the 5 sources of " + here +
-                      "/compile_commands.json: name one that is, such as " + here +
-                      "/src/pool.cpp, /c/pool.cc"},
-      {"ool.cpp", "ool.cpp is not among the 5 sources"},
-  };
-  for (const auto& row : rows) {
-    for (const char* database : {".", "compile_commands.json"}) {
-      const CommandWords command = FindInDatabase(database, row.source);
-      std::string found = command.folder + ":";
-      for (const std::string& word : command.words)
-        found += (found.back() == ':' ? " " : "|") + word;
-      if (!command.complaint.empty()) found = command.complaint;
-      EXPECT_EQ(command.complaint.empty() ? found : found.substr(0, row.found.size()), row.found);
-    }
-  }
-  EXPECT_EQ(FindInDatabase(".", "w.c").words[2], "C:\\d\\w.c");
-  EXPECT_NE(FindInDatabase("gone", "w.c").complaint.find("cannot be read"), std::string::npos);
-  folder.Write("bad.json", "[{\"file\": ");
-  EXPECT_NE(FindInDatabase("bad.json", "w.c").complaint.find("no compilation database"),
-            std::string::npos);
-}
-
-TEST(CrashScript, HoldsTheCommandOfTheFrontEnd) {
-  const TempFolder folder;
-  const std::string script =
-      folder.Write("pool-3f21aa.sh", R"(# Crash reproducer for clang version 14.0.6
-# Driver args: "-c" "pool.cpp"
-# Original command:  "/l/clang" "-cc1" "-o" "pool.o" "pool.cpp"
- "/l/clang" "-cc1" "-triple" "x86_64-pc-linux-gnu" "-emit-obj" "-D" "A=\"x y\"" "-x" "c++" "pool-3f21aa.cpp"
-
-)");
-  const CommandWords found = ReadCrashScript(script);
-  EXPECT_EQ(
-      TakenApart(found.words, found.folder),
-      "/l/clang -cc1 | -triple x86_64-pc-linux-gnu -D A=\"x y\" | -emit-obj c++ pool-3f21aa.cpp");
-  EXPECT_EQ(found.folder + "/", folder.NameOf(""));
-  EXPECT_FALSE(ReadCrashScript(folder.Write("empty.sh", "# nothing\n")).complaint.empty());
-  EXPECT_FALSE(ReadCrashScript(folder.NameOf("gone")).complaint.empty());
-}
-
-TEST(BugReport, GivesTheCommandOfTheDriverAndTheSource) {
-  const TempFolder folder;
-  const std::string start =
-      "// Target: x86_64-linux-gnu\n// Configured with: ../src/configure -v\n"
-      "// gcc version 12.2.0 (Debian 12.2.0-14) \n// \n// b b.c: In function 'f':\n"
-      "//     1 | int f() { return g(); }\n\n";
-  const std::string source = "# 0 \"b b.c\"\nint f() { return g(); }\n// not taken away\n";
-  const BugReport report = ReadBugReport(folder.Write(
-      "ccX1.out",
-      start +
-          "// /usr/lib/gcc/x86_64-linux-gnu/12/cc1 -quiet -I /tmp/w b -imultiarch x86_64-linux-gnu "
-          "-MD q.d "
-          "-MF x.d -D_REENTRANT -D B=a  \"q\" \\x b b.c -quiet -dumpbase q.c -dumpbase-ext .c "
-          "-march=x86-64 --param l1-cache-size=32 -g -O2 -std=gnu11 -fopenmp -freport-bug -o - "
-          "-frandom-seed=0 -fdump-noaddr\n\n" +
-          source));
-  EXPECT_EQ(Joined(report.command.words),
-            "gcc -march=x86-64 --param l1-cache-size=32 -g -O2 -std=gnu11 -fopenmp -c ccX1.i");
-  EXPECT_EQ(Joined(report.compilers), "x86_64-linux-gnu-gcc-12 gcc-12 x86_64-linux-gnu-gcc gcc");
-  EXPECT_EQ(report.text, source);
-  const std::string cpp =
-      folder.Write("cc2.out", start + "// /l/cc1plus -fpreprocessed a.ii -O1\n\n" + source);
-  EXPECT_EQ(Joined(ReadBugReport(cpp).command.words), "g++ -O1 -c cc2.ii");
-  EXPECT_FALSE(ReadBugReport(folder.Write("cc3.out", start + source)).command.complaint.empty());
-  EXPECT_FALSE(ReadBugReport(folder.Write("cc4.out", start + "// /l/f951 a.f\n\n"))
-                   .command.complaint.empty());
 }
 
 }  // namespace snipwell

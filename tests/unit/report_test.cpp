@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <limits>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <regex>
@@ -332,21 +330,6 @@ TEST(ReportText, IsAlwaysReadable) {
     }
     EXPECT_EQ(readable, row.readable) << testing::PrintToString(row.text);
   }
-}
-
-TEST(ReportText, QuotesWordsForTheShell) {
-  std::vector<std::string> words = {"",      "a b", "-DX=\"y\"", "it's", "$HOME", "`id`",
-                                    "a\nb",  "\\",  "~",         "#",    "*",     "a;b",
-                                    "{a,b}", "!",   "-I../x",    "\xff"};
-  const std::string command = "printf '[%s]' " + CommandLine(words);
-  const std::unique_ptr<FILE, int (*)(FILE*)> shell(popen(command.c_str(), "r"), pclose);
-  std::string expected;
-  for (const std::string& word : words) expected += '[' + word + ']';
-  std::string read(expected.size() + 1, '\0');
-  read.resize(fread(read.data(), 1, read.size(), shell.get()));
-  EXPECT_EQ(read, expected);
-  EXPECT_EQ(CommandLine({"g++", "-O2", "-std=c++20", "src/pool.cpp"}),
-            "g++ -O2 -std=c++20 src/pool.cpp");
 }
 
 TEST(JsonReport, ParsesBack) {
