@@ -174,25 +174,6 @@ TEST(Reduction, ListsABodyAsItNowStands) {
   EXPECT_EQ(work.Read("x.tsf.c"), "class B : public A { c; };");
 }
 
-TEST(Reduction, DescendsNoDeeperThanLevel200) {
-  constexpr int kDepth = 203;
-  std::string source;
-  for (int i = 0; i < kDepth; ++i) source += "namespace n{ y; ";
-  source += "x;" + std::string(kDepth, '}') + "z;";
-  const Workspace work;
-  work.FailWhileItHas({"x;"});
-  work.Write("x.cpp", source);
-  const Outcome outcome = work.Isolate("x.cpp", {"/VERBOSE"});
-  std::string isolated;
-  // Levels 1 to 200 lose their y; what lies in the namespace that level 200 needs stays.
-  for (int i = 0; i < 200; ++i) isolated += "namespace n{  ";
-  isolated += "namespace n{ y; namespace n{ y; namespace n{ y; x;" + std::string(kDepth, '}');
-  EXPECT_EQ(work.Read("x.tsf.cpp"), isolated);
-  const std::vector<std::string> levels = Matches(outcome.err, "## New level: ([0-9]+) ");
-  ASSERT_EQ(levels.size(), 200U);
-  EXPECT_EQ(levels.back(), "200");
-}
-
 TEST(Reduction, NamesItsFilesAfterTheLastDot) {
   const struct {
     const char* source;
