@@ -55,8 +55,9 @@ TEST(SnipwellStopped, DeliversWhatThereIs) {
     project.SetRules(At(row.run, signal) + At(row.secondRun, signal) + CrashOn(kWanted, "f"));
     const std::string stages = std::string("--stages=") + row.stages;
     EXPECT_EQ(project.Reduce({stages}).status, 130) << stages << ' ' << row.run;
-    const unsigned last = row.secondRun != 0 ? row.secondRun : row.run + 3;
-    EXPECT_LE(Count(project.Runs(), "\n"), last) << "it goes on: " << stages << ' ' << row.run;
+    // The check and the report compile too. A second signal that comes before the first one is seen
+    // counts as one with it.
+    EXPECT_LE(Count(project.Runs(), "\n"), row.run + 3U) << "it goes on: " << stages << ' ' << row.run;
     ExpectToGoOn(project, stages + ' ' + std::to_string(row.run));
   }
 }
