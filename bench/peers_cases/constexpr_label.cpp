@@ -1,6 +1,4 @@
 // Labels of fixed length that are drawn while compiling.
-#include <array>
-#include <string_view>
 #include <tuple>
 #include <utility>
 
@@ -8,12 +6,12 @@ namespace plot {
 
 struct Label {
   char text[16] = "";
-  constexpr std::string_view view() const { return std::string_view(text); }
+  constexpr const char* view() const { return text; }
 };
 
 template <int Width, int Height>
 struct Canvas {
-  std::array<char, Width * Height> dots{};
+  char dots[Width * Height]{};
   constexpr char& at(int x, int y) { return dots[y * Width + x]; }
 };
 
@@ -36,16 +34,14 @@ constexpr auto DrawAll(std::integer_sequence<int, Width...>) {
 
 static_assert(plot::Draw<4, 2>() == 'x', "the label is drawn");
 
-#include <map>
-#include <string>
+#include <cstdio>
+#include <sqlite3.h>
 
 namespace plot {
 
-std::map<std::string, std::string> Describe(const Label& label) {
-  std::map<std::string, std::string> result;
-  result["text"] = std::string(label.view());
-  result["widths"] = std::to_string(std::get<0>(DrawAll(std::make_integer_sequence<int, 3>())));
-  return result;
+void Describe(const Label& label) {
+  std::printf("text %s, with %s\n", label.view(), sqlite3_libversion());
+  std::printf("width %d\n", std::get<0>(DrawAll(std::make_integer_sequence<int, 3>())));
 }
 
 }  // namespace plot

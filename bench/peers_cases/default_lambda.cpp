@@ -1,40 +1,41 @@
 // A pool of workers; what a worker starts with is worked out in a default argument.
 #include <atomic>
 #include <cstdint>
-#include <memory>
-#include <string>
-#include <vector>
+#include <utility>
 
 namespace pool {
 
 struct Worker {
-  explicit Worker(std::string name) : name(std::move(name)) {}
-  std::string name;
   std::atomic<std::uint64_t> done{0};
+  int number = 0;
 };
 
 class Pool {
  public:
-  Worker& Add(const std::string& name) {
-    workers_.push_back(std::make_unique<Worker>(name));
-    return *workers_.back();
+  Worker& Add(int number) {
+    Worker& worker = workers_[size_++ % most];
+    worker.number = std::exchange(last_, number);
+    return worker;
   }
 
   std::uint64_t Done() const {
     std::uint64_t sum = 0;
-    for (const auto& worker : workers_) sum += worker->done;
+    for (const Worker& worker : workers_) sum += worker.done;
     return sum;
   }
 
  private:
-  std::vector<std::unique_ptr<Worker>> workers_;
+  static constexpr int most = 16;
+  Worker workers_[most];
+  int size_ = 0;
+  int last_ = 0;
 };
 
 template <typename Number>
 void Start(Pool& pool, Number count = [](Number most = [] { return Number(4); }()) {
-  return std::min(most, Number(16));
+  return most < Number(16) ? most : Number(16);
 }()) {
-  for (Number i = 0; i < count; ++i) pool.Add("worker " + std::to_string(i)).done = i;
+  for (Number i = 0; i < count; ++i) pool.Add(static_cast<int>(i)).done = i;
 }
 
 }  // namespace pool

@@ -1,7 +1,7 @@
 // Handles into an arena; the arena says how the type of a handle is deduced.
-#include <memory>
-#include <string>
-#include <vector>
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
 
 namespace arena {
 
@@ -17,19 +17,21 @@ class Arena {
   template <typename Item>
   Handle(Index, Item*) -> Handle<Item>;
 
-  auto Add(std::string text) {
-    texts_.push_back(std::make_unique<std::string>(std::move(text)));
-    return Handle(Index(texts_.size() - 1), texts_.back().get());
+  auto Add(const char* text) {
+    static_assert(std::is_integral<Index>::value, "an index counts");
+    texts_[count_] = text;
+    return Handle(Index(count_), &texts_[count_++]);
   }
 
   std::size_t bytes() const {
     std::size_t sum = 0;
-    for (const auto& text : texts_) sum += text->size();
+    for (std::size_t i = 0; i < count_; ++i) sum += std::strlen(texts_[i]);
     return sum;
   }
 
  private:
-  std::vector<std::unique_ptr<std::string>> texts_;
+  const char* texts_[16] = {};
+  std::size_t count_ = 0;
 };
 
 }  // namespace arena
@@ -39,5 +41,5 @@ class Arena {
 int main() {
   arena::Arena<int> arena;
   auto handle = arena.Add(sqlite3_libversion());
-  return handle.index + static_cast<int>(handle.item->size() + arena.bytes());
+  return handle.index + static_cast<int>(std::strlen(*handle.item) + arena.bytes());
 }

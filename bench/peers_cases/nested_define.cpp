@@ -2,9 +2,8 @@
 #include <cstddef>
 #include <optional>
 #include <new>
-#include <string>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 namespace pool {
 
@@ -30,15 +29,16 @@ class Pool {
   std::size_t Add(const Key& key, const Item& item);
 
  private:
-  std::vector<std::pair<Key, std::size_t>> sizes_;
+  std::pair<Key, std::size_t> sizes_[8];
+  std::size_t count_ = 0;
 };
 
 template <typename Key>
 template <Storable Item>
 std::size_t Pool<Key>::Add(const Key& key, const Item& item) {
   Slot<Item> slot(item);
-  sizes_.emplace_back(key, sizeof(slot));
-  return sizes_.size();
+  sizes_[count_] = {key, sizeof(slot)};
+  return ++count_;
 }
 
 template <typename Key>
@@ -59,8 +59,8 @@ bool Pool<Key>::Slot<Item>::Takes(const Other& other) const {
 #include <sqlite3.h>
 
 int main() {
-  pool::Pool<std::string> pool;
-  pool::Pool<std::string>::Slot<int> slot(sqlite3_libversion_number());
+  pool::Pool<const char*> pool;
+  pool::Pool<const char*>::Slot<int> slot(sqlite3_libversion_number());
   slot.Clear();
   return pool.Add("version", 3) == 1 && !slot.Takes('x') ? 0 : 1;
 }

@@ -1,18 +1,18 @@
 // Fields of a record are only copied where their type is small enough.
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
-#include <string>
-#include <vector>
 
 namespace record {
 
 struct Buffer {
-  std::vector<std::uint8_t> bytes;
+  std::uint8_t bytes[64] = {};
+  std::size_t size = 0;
   template <typename T>
   void Append(const T& value) {
-    const auto at = bytes.size();
-    bytes.resize(at + sizeof value);
-    std::memcpy(&bytes[at], &value, sizeof value);
+    if (size + sizeof value > sizeof bytes) std::abort();
+    std::memcpy(bytes + size, &value, sizeof value);
+    size += sizeof value;
   }
 };
 
@@ -20,18 +20,17 @@ template <typename T>
 auto Store(Buffer& buffer, T value) {
   auto copy = [&buffer](auto field) requires(sizeof([] { return 8; }) == 1) {
     buffer.Append(field);
-    return buffer.bytes.size();
+    return buffer.size;
   };
   return copy(value);
 }
 
-inline std::string Hex(const Buffer& buffer) {
-  std::string text;
-  for (std::uint8_t byte : buffer.bytes) {
-    text += "0123456789abcdef"[byte >> 4];
-    text += "0123456789abcdef"[byte & 15];
+inline void Hex(const Buffer& buffer, char* text) {
+  for (std::size_t i = 0; i < buffer.size; ++i) {
+    *text++ = "0123456789abcdef"[buffer.bytes[i] >> 4];
+    *text++ = "0123456789abcdef"[buffer.bytes[i] & 15];
   }
-  return text;
+  *text = 0;
 }
 
 }  // namespace record
@@ -40,6 +39,8 @@ inline std::string Hex(const Buffer& buffer) {
 
 int main() {
   record::Buffer buffer;
-  record::Store(buffer, std::int32_t(crc32(0, buffer.bytes.data(), 0)));
-  return record::Hex(buffer).size() + record::Store(buffer, 'x');
+  char text[2 * sizeof buffer.bytes + 1];
+  record::Store(buffer, std::int32_t(crc32(0, buffer.bytes, 0)));
+  record::Hex(buffer, text);
+  return static_cast<int>(std::strlen(text) + record::Store(buffer, 'x'));
 }
