@@ -12,9 +12,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-bool IsClStyle(const CompileCommand& command) {
-  return command.style == CompilerStyle::Cl || command.style == CompilerStyle::ClangCl;
-}
+bool IsClStyle(const CompileCommand& command) { return IsClStyle(command.style); }
 
 void Append(Words& words, const Words& more) {
   words.insert(words.end(), more.begin(), more.end());
@@ -50,7 +48,10 @@ bool WritesDatabase(const CompileCommand& command) {
   return false;
 }
 
-Words ClOutput(const CompileCommand& command, const std::string& output) {
+Words OutputWords(const CompileCommand& command, const std::string& output) {
+  const bool writesNone = command.action == "-fsyntax-only" || command.action == "/Zs";
+  if (writesNone || output.empty()) return {};
+  if (!IsClStyle(command)) return {"-o", output};
   Words words = {"/Fo" + output};
   if (WritesDatabase(command)) words.push_back("/Fd" + output + ".pdb");
   return words;
@@ -62,9 +63,7 @@ Words CompileWords(const CompileCommand& command, const std::string& source,
                    const std::string& output) {
   Words words = Start(command);
   words.push_back(command.action);
-  if (command.action != "-fsyntax-only" && command.action != "/Zs") {
-    Append(words, IsClStyle(command) ? ClOutput(command, output) : Words{"-o", output});
-  }
+  Append(words, OutputWords(command, output));
   Append(words, SourceWords(command, source));
   return words;
 }
@@ -81,6 +80,10 @@ Words PreprocessWords(const CompileCommand& command, const std::string& source,
   }
   Append(words, SourceWords(command, source));
   return words;
+}
+
+std::vector<std::string> IncludeWords(const CompileCommand& command, const std::string& folder) {
+  return {IsClStyle(command) ? "/I" : "-iquote", folder};
 }
 
 bool IsPreprocessed(const CompileCommand& command) {
