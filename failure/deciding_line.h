@@ -28,6 +28,10 @@ std::string FailureText(const std::string& line);
 /// program; of any other line, "".
 std::string ErrorText(const std::string& line);
 
+/// The number that the error of a line has: "C2065" of cl's, "LNK2019" of its linker's; of any
+/// other line, "".
+std::string ErrorNumber(const std::string& line);
+
 /// Finds the line that decides what a compilation comes to, while the compiler still writes: the
 /// first one that means a failure, or, if the program has to be right, an error. After a crash
 /// whose kind only the rest of the output can tell, only the end of its dump decides.
