@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "compile/compiler_name.h"
-#include "text/small_letters.h"
 #include "compile/word_splitting.h"
+#include "text/small_letters.h"
 
 namespace snipwell {
 

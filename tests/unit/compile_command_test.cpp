@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "compile/compilation_database.h"
 #include "compile/response_files.h"
 #include "taken_apart.h"
 #include "temp_folder.h"
@@ -384,6 +385,38 @@ TEST(ResponseFiles, AreReadInAnyEncodingOfUnicode) {
   folder.Write("s5", "-O2");
   EXPECT_EQ(ReadResponseFiles({"@s"}, folder.NameOf(""), Quoting::Gnu).complaint.substr(0, 14),
             "Too many respo");
+}
+
+// As CMake writes it there, and as others do. The slashes of what is looked up lean either way.
+TEST(CompilationDatabase, KnowsPathsOfWindowsOnEverySystem) {
+  const TempFolder folder;
+  folder.Write("compile_commands.json", R"([
+{"directory": "C:/Work/b", "file": "C:\\Work\\src\\Pool.cpp", "command":
+ "C:\\PROGRA~1\\VC\\cl.exe  /nologo /TP -DX=\\\"a\\\" \"-DY=a b\" -IC:\\i\\ /FoPool.obj -c C:\\Work\\src\\Pool.cpp"},
+{"directory": "C:\\Work\\b", "file": "..\\src/Main.cpp", "arguments": ["cl", "-DX=\"a\\b\"", "C:\\x y"]},
+{"directory": "\\\\server\\b", "file": "main.cpp", "command": "cl \"a b\\\\\" c"},
+{"directory": "D:/b", "file": "\\main.cpp", "command": "cl @CMakeFiles\\x.rsp"}])");
+  const struct {
+    const char* source;
+    const char* found;  // "folder: word|word", or the complaint's start
+  } rows[] = {
+      {"c:\\work\\SRC\\pool.cpp",
+       "C:/Work/b: C:\\PROGRA~1\\VC\\cl.exe|/nologo|/TP|-DX=\"a\"|-DY=a b|-IC:\\i\\|/FoPool.obj|-c|"
+       "C:\\Work\\src\\Pool.cpp"},
+      {"C:/Work/src/Main.cpp", "C:\\Work\\b: cl|-DX=\"a\\b\"|C:\\x y"},
+      {"C:\\Work\\b\\..\\src\\.\\Main.cpp", "C:\\Work\\b: cl|-DX=\"a\\b\"|C:\\x y"},
+      {"Src\\main.CPP", "C:\\Work\\b: cl|-DX=\"a\\b\"|C:\\x y"},
+      {"\\\\SERVER\\b\\main.cpp", "\\\\server\\b: cl|a b\\|c"},
+      {"d:/main.cpp", "D:/b: cl|@CMakeFiles\\x.rsp"},
+      {"main.cpp", "Several sources end in main.cpp (C:\\Work\\b/..\\src/Main.cpp, "},
+      {"src\\pol.cpp", "src\\pol.cpp is not among the 4 sources of "},
+  };
+  for (const auto& row : rows) {
+    const CommandWords command = FindInDatabase(folder.NameOf(""), row.source);
+    const std::string expected = row.found;
+    const std::string found = Told(command);
+    EXPECT_EQ(command.complaint.empty() ? found : found.substr(0, expected.size()), expected);
+  }
 }
 
 }  // namespace snipwell
