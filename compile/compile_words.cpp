@@ -35,8 +35,9 @@ Words SourceWords(const CompileCommand& command, const std::string& source) {
     return command.language.empty() ? Words{source} : Words{"-x", command.language, source};
   }
   if (!command.language.empty()) return {(command.language == "c" ? "/Tc" : "/Tp") + source};
-  // A path could look like an option of clang-cl.
-  return command.style == CompilerStyle::ClangCl ? Words{"--", source} : Words{source};
+  // A path from the root could look like an option; cl has no word against that.
+  const bool isPlain = !source.empty() && source[0] != '/';
+  return command.style == CompilerStyle::Cl || isPlain ? Words{source} : Words{"--", source};
 }
 
 /// cl writes the debug information of all outputs of a folder into one file unless told another.

@@ -301,8 +301,8 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
        "clang -cc1 -triple t -emit-obj -o O -x cpp-output S"},
       {"cl /Zi /Ii /TP a.c", "cl /Zi /Ii /c /FoO /FdO.pdb /TpS", "cl /Zi /Ii /P /w /FiO /TpS",
        "cl /Zi /c /FoO /FdO.pdb /TpS"},
-      {"clang-cl /Zs /Zi -D A a.c", "clang-cl -fno-crash-diagnostics /Zi -D A /Zs -- S",
-       "clang-cl -fno-crash-diagnostics /Zi -D A /P /w /FiO -- S",
+      {"clang-cl /Zs /Zi -D A a.c", "clang-cl -fno-crash-diagnostics /Zi -D A /Zs S",
+       "clang-cl -fno-crash-diagnostics /Zi -D A /P /w /FiO S",
        "clang-cl -fno-crash-diagnostics /Zi /Zs /TcS"},
   };
   for (const auto& row : rows) {
@@ -313,6 +313,14 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
               AtBlanks(row.preprocess).size() + 1);
     EXPECT_EQ(Joined(CompileWords(ForPreprocessed(command), "S", "O")), row.preprocessed);
   }
+}
+
+TEST(CompileWords, KeepSourcesFromLookingLikeOptions) {
+  const CompileCommand command = TakeCommandApart({"clang-cl", "/Zi", "a.c"}, "").command;
+  EXPECT_EQ(Joined(CompileWords(command, "C:/b.c", "")),
+            "clang-cl -fno-crash-diagnostics /Zi /c C:/b.c");
+  EXPECT_EQ(Joined(CompileWords(command, "/s/b.c", "")),
+            "clang-cl -fno-crash-diagnostics /Zi /c -- /s/b.c");
 }
 
 // Every short command of these words: it is taken or refused for good, and what is put together
