@@ -135,9 +135,13 @@ void TellVersionOfCl(const Words& words) {
   std::cout << fs::path(words.back()).filename().string() << std::endl;
 }
 
+/// A name without a suffix gets one of cl.
 std::string OutputOf(const Words& words) {
   if (!IsCl(words)) return ValueOf("-o", words);
-  return JoinedValueOf(Has("/P", words) ? "/Fi" : "/Fo", words);
+  const bool preprocess = Has("/P", words);
+  fs::path output = JoinedValueOf(preprocess ? "/Fi" : "/Fo", words);
+  if (!output.has_extension()) output += preprocess ? ".i" : ".obj";
+  return output.string();
 }
 
 int Compile(const Compilation& made, const std::string& rules) {
