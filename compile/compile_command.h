@@ -40,8 +40,9 @@ CommandOrComplaint TakeCommandApart(const std::vector<std::string>& words,
 
 /// The words that compile `source` as the command does its own, with the output in `output`
 /// (nothing, when the command only checks). What a compiler writes beside its output it writes
-/// beside `output`. Without an output the compiler is free where to write. The paths are relative
-/// to the command's folder.
+/// beside `output`. Without an output the compiler is free where to write. The last word is the
+/// source, or ends with it, and may be replaced where `source` is empty. The paths are relative to
+/// the command's folder.
 std::vector<std::string> CompileWords(const CompileCommand& command, const std::string& source,
                                       const std::string& output);
 

@@ -34,7 +34,10 @@ Words SourceWords(const CompileCommand& command, const std::string& source) {
   if (!IsClStyle(command)) {
     return command.language.empty() ? Words{source} : Words{"-x", command.language, source};
   }
-  if (!command.language.empty()) return {(command.language == "c" ? "/Tc" : "/Tp") + source};
+  const bool isC = command.language == "c";
+  // Who has no source yet puts one behind the words.
+  if (!command.language.empty() && source.empty()) return {isC ? "/TC" : "/TP", ""};
+  if (!command.language.empty()) return {(isC ? "/Tc" : "/Tp") + source};
   // A path from the root could look like an option; cl has no word against that.
   const bool isPlain = !source.empty() && source[0] != '/';
   return command.style == CompilerStyle::Cl || isPlain ? Words{source} : Words{"--", source};

@@ -315,6 +315,26 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
   }
 }
 
+// Who puts a source of its own behind the words takes the last away.
+TEST(CompileWords, EndWithTheSource) {
+  const struct {
+    const char* words;
+    const char* compile;  // without a source
+  } rows[] = {
+      {"gcc -x c a.cpp", "gcc -c -o O -x c|"},
+      {"cl /TC a.cpp", "cl /c /FoO /TC|"},
+      {"clang-cl /Tpa.c", "clang-cl -fno-crash-diagnostics /c /FoO /TP|"},
+      {"clang-cl a.c", "clang-cl -fno-crash-diagnostics /c /FoO --|"},
+      {"cl a.c", "cl /c /FoO|"},
+  };
+  for (const auto& row : rows) {
+    Words words = CompileWords(TakeCommandApart(AtBlanks(row.words), "").command, "", "O");
+    EXPECT_EQ(words.back(), "");
+    words.pop_back();
+    EXPECT_EQ(Joined(words) + '|', row.compile);
+  }
+}
+
 TEST(CompileWords, KeepSourcesFromLookingLikeOptions) {
   const CompileCommand command = TakeCommandApart({"clang-cl", "/Zi", "a.c"}, "").command;
   EXPECT_EQ(Joined(CompileWords(command, "C:/b.c", "")),
