@@ -152,13 +152,23 @@ std::string ErrorNumber(const std::string& line) {
   return error <= remark && error != kNowhere ? NumberOf(line.substr(error)) : std::string();
 }
 
+bool MakesWarningAnError(const std::string& line) { return ErrorNumber(line) == "C2220"; }
+
+std::string WarningText(const std::string& line) {
+  constexpr const char* kMarks[] = {": warning C"};
+  const std::size_t warning = FirstOf(kMarks, line);
+  return warning == kNowhere ? std::string() : WithoutPlaces(line.substr(warning));
+}
+
 bool DecidingLine::Take(const std::string& line) {
+  if (awaitsWarning) meaning = LineMeaning::Error;
   if (meaning != LineMeaning::None) return true;
   const LineMeaning found = MeaningOf(line);
   if (crashed) {
     if (found == LineMeaning::DumpEnd) meaning = LineMeaning::Failure;
   } else if (found == LineMeaning::Failure || (found == LineMeaning::Error && errorsDecide)) {
-    meaning = found;
+    awaitsWarning = MakesWarningAnError(line);
+    if (!awaitsWarning) meaning = found;
   }
   crashed = crashed || found == LineMeaning::Crash;
   return meaning != LineMeaning::None;

@@ -37,7 +37,10 @@ void FailureReader::Read(const std::string& output) {
 void FailureReader::Take(const std::string& line) {
   outOfMemory = TellsOutOfMemory(line);
   deciding.Take(line);
-  if (error.empty() && !deciding.HasCrashed()) error = ErrorText(line);
+  if (deciding.HasCrashed()) return;
+  if (awaitsWarning && !WarningText(line).empty()) error += ": " + WarningText(line);
+  awaitsWarning = error.empty() && MakesWarningAnError(line);
+  if (error.empty()) error = ErrorText(line);
 }
 
 bool FailureReader::TellsCrash(int signal) const {

@@ -94,6 +94,13 @@ TEST(FailureReader, TellsHowClFails) {
       {"x.cpp(1): error C2065: 'y'\r\nx.cpp(9) : fatal error C1002: compiler is out of heap space "
        "in pass 2\r\n",
        FailureKind::OutOfMemory, "out of memory"},
+      {"x.cpp(1): error C2220: it is an error\r\nx.cpp(1): warning C4101: 'y': not "
+       "used\r\nx.cpp(2): "
+       "warning C4100: 'z'\r\n",
+       FailureKind::Error, "error C2220: it is an error: warning C4101: 'y': not used"},
+      {"x.cpp(1): error C2220: it is an error\r\nx.cpp(1): error C2065: 'y'\r\n",
+       FailureKind::Error, "error C2220: it is an error"},
+      {"x.cpp(1): error C2220: it is an error", FailureKind::Error, "error C2220: it is an error"},
       {"x.cpp(1): error C2338: error C1060: y\r\n", FailureKind::Error,
        "error C2338: error C1060: y"},
       {"LINK : fatal error LNK1000: Internal error during Pass2\r\n", FailureKind::Crash,
@@ -109,6 +116,8 @@ TEST(FailureReader, TellsHowClFails) {
     const Failure failure = FailureIn(row.output);
     EXPECT_EQ(failure.kind, row.kind) << row.output;
     EXPECT_EQ(failure.headline, row.headline) << row.output;
+    const Failure whereErrorsDecide = FailureReader(false).Conclude(row.output, 0, false);
+    EXPECT_TRUE(row.kind != FailureKind::Error || whereErrorsDecide.IsSameAs(failure));
   }
 }
 
