@@ -83,7 +83,7 @@ std::string FindHeader(const std::string& name, const std::string& from, const W
   fs::path found = fs::path(from).parent_path() / name;
   for (std::size_t i = 1; i < words.size() && !fs::exists(found); ++i) {
     if (StartsWith(words[i], "-I")) found = fs::path(words[i].substr(2)) / name;
-    if (words[i - 1] == "-iquote" || words[i - 1] == "/I") found = fs::path(words[i]) / name;
+    if (words[i - 1] == (IsCl(words) ? "/I" : "-iquote")) found = fs::path(words[i]) / name;
   }
   if (fs::exists(found)) return found.string();
   std::cerr << from << (IsCl(words) ? "(1): fatal error C1083: " : ":1:1: fatal error: ") << name

@@ -166,7 +166,7 @@ TEST(SnipwellWaysIn, HoldFailuresOfCl) {
        ClAnswers(kWanted, "out {file}(7): error C2065: 'x'\n") +
            ClAnswers("int take ( ) {", "out {file}(7): error C2066: 'x'\n"),
        "# error C2065: 'x'\n", "my src/a pool.min.cpp my src/a pool.report.md",
-       "\nCL.EXE /O2 /Zi /I include /c '/Tpa pool.min.cpp'\n"},
+       "\nCL.EXE /O2 /Zi /I build /c '/Tpa pool.min.cpp'\n"},
   };
   for (const auto& row : rows) {
     Project project;
@@ -174,7 +174,7 @@ TEST(SnipwellWaysIn, HoldFailuresOfCl) {
     project.AddCompiler(row.compiler);
     project.SetRules(row.rules);
     const Outcome outcome = project.Snipwell(
-        {row.stages, row.compiler, "/O2", "/Zi", "/FS", "/MP", "/I", "include", "/Fo:", "a.obj",
+        {row.stages, row.compiler, "/O2", "/Zi", "/FS", "/MP", "/I", "build", "/Fo:", "a.obj",
          "/sourceDependencies", "a.json", "/c", "/TP", "my src/a pool.cpp", "/link", "x.lib"},
         "CL=/DFROM_CL _CL_=/w");
     EXPECT_EQ(outcome.status, 0) << outcome.err;

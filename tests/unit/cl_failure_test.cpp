@@ -121,6 +121,15 @@ TEST(FailureReader, TellsHowClFails) {
   }
 }
 
+TEST(FailureReader, WaitsForTheWarningThatIsAnError) {
+  FailureReader reader(false);
+  const std::string error = "x.cpp(1): error C2220: it is an error\n";
+  reader.Read(error);
+  EXPECT_FALSE(reader.IsDecided());
+  reader.Read(error + "x.cpp(1): warning C4101: 'y'\n");
+  EXPECT_TRUE(reader.IsDecided());
+}
+
 TEST(FailureReader, ComparesWhereClFailedAndNotWhereTheProgramIs) {
   const Failure failure = FailureIn(InSymbols(kInternal, "33550"));
   const std::string other = "D:\\T\\t-1\\x.cpp(14): fatal error C1001: Internal compiler error.\n";
