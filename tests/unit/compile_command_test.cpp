@@ -342,6 +342,8 @@ TEST(CompileWords, KeepSourcesFromLookingLikeOptions) {
             "clang-cl -fno-crash-diagnostics /Zi /c C:/b.c");
   EXPECT_EQ(Joined(CompileWords(command, "/s/b.c", "")),
             "clang-cl -fno-crash-diagnostics /Zi /c -- /s/b.c");
+  EXPECT_EQ(Joined(IncludeWords(command, "/s")), "/I /s");
+  EXPECT_EQ(Joined(IncludeWords(TakeCommandApart({"gcc", "a.c"}, "").command, "/s")), "-iquote /s");
 }
 
 // Every short command of these words: it is taken or refused for good, and what is put together
