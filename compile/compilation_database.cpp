@@ -1,7 +1,6 @@
 #include "compile/compilation_database.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "compile/whole_file.h"
+#include "compile/windows_path.h"
 #include "compile/word_splitting.h"
 
 namespace snipwell {
@@ -23,8 +23,10 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 struct Entry {
-  std::string source;  // absolute, without "." and ".."
+  std::string source;  // from the root
+  std::string key;     // the same for all spellings of the source
   std::string folder;
+  bool isWindows;
   const json* fields;
 };
 
@@ -36,13 +38,22 @@ std::string Text(const json& fields, const char* name) {
 
 std::string Normal(const fs::path& path) { return path.lexically_normal().generic_string(); }
 
+Entry EntryOf(const json& fields, const std::string& file, const fs::path& databaseFolder) {
+  std::string folder = Text(fields, "directory");
+  if (!IsWindowsPath(folder)) folder = (databaseFolder / folder).string();
+  if (IsWindowsPath(folder) || IsWindowsPath(file)) {
+    const std::string source = WindowsPathIn(folder, file);
+    return {source, WindowsKey(source), folder, true, &fields};
+  }
+  const std::string source = Normal(fs::path(folder) / file);
+  return {source, source, folder, false, &fields};
+}
+
 std::vector<Entry> EntriesOf(const json& list, const fs::path& databaseFolder) {
   std::vector<Entry> entries;
   for (const json& fields : list) {
     const std::string file = fields.is_object() ? Text(fields, "file") : "";
-    if (file.empty()) continue;
-    const fs::path folder = databaseFolder / Text(fields, "directory");
-    entries.push_back({Normal(folder / file), folder.string(), &fields});
+    if (!file.empty()) entries.push_back(EntryOf(fields, file, databaseFolder));
   }
   return entries;
 }
@@ -52,7 +63,7 @@ bool EndsWithPath(const std::string& path, const std::string& ending) {
          path.compare(path.size() - ending.size(), ending.size(), ending) == 0;
 }
 
-std::string FileName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+std::string FileName(const std::string& path) { return path.substr(path.find_last_of("/\\") + 1); }
 
 /// The fewest letters to put in, take out or change to make one text the other.
 int Distance(const std::string& one, const std::string& other) {
@@ -85,16 +96,10 @@ std::string NearNames(const std::vector<Entry>& entries, const std::string& want
 }
 
 /// Programs of Windows take their command line apart by rules of their own.
-bool IsWindowsFolder(const std::string& folder) {
-  return folder.size() > 1 && folder[1] == ':' &&
-         std::isalpha(static_cast<unsigned char>(folder[0])) != 0;
-}
-
-std::vector<std::string> WordsOf(const json& fields) {
+std::vector<std::string> WordsOf(const json& fields, bool isWindows) {
   const auto arguments = fields.find("arguments");
   if (arguments == fields.end() || !arguments->is_array()) {
-    const bool windows = IsWindowsFolder(Text(fields, "directory"));
-    return SplitWords(Text(fields, "command"), windows ? Quoting::Windows : Quoting::Shell);
+    return SplitWords(Text(fields, "command"), isWindows ? Quoting::Windows : Quoting::Shell);
   }
   std::vector<std::string> words;
   for (const json& word : *arguments) {
@@ -113,7 +118,7 @@ class Lookup {
     CommandWords found;
     const Entry* const entry = Find(found.complaint);
     if (entry != nullptr) {
-      found.words = WordsOf(*entry->fields);
+      found.words = WordsOf(*entry->fields, entry->isWindows);
       found.folder = entry->folder;
     } else if (found.complaint.empty()) {
       const std::string names = NearNames(entries, Normal(source));
@@ -127,19 +132,20 @@ class Lookup {
  private:
   const Entry* Find(std::string& complaint) const {
     std::error_code error;
-    const std::string path = Normal(fs::absolute(source, error));
-    const auto same = [&](const Entry& entry) { return entry.source == path; };
+    const std::string path = IsWindowsPath(source) ? source : fs::absolute(source, error).string();
+    const std::string keys[] = {Normal(path), WindowsKey(path)};
+    const auto same = [&](const Entry& entry) { return entry.key == keys[entry.isWindows]; };
     const auto exact = std::find_if(entries.begin(), entries.end(), same);
     return exact != entries.end() ? &*exact : FindEnding(complaint);
   }
 
   const Entry* FindEnding(std::string& complaint) const {
     const Entry* found = nullptr;
-    const std::string ending = Normal(source);
+    const std::string endings[] = {Normal(source), WindowsKey(source)};
     for (const Entry& entry : entries) {
-      if (!EndsWithPath(entry.source, ending)) continue;
+      if (!EndsWithPath(entry.key, endings[entry.isWindows])) continue;
       if (found == nullptr) found = &entry;
-      if (found->source == entry.source) continue;
+      if (found->key == entry.key) continue;
       complaint = "Several sources end in " + source + " (" + found->source + ", " + entry.source +
                   "): name one with more of its path.";
       return nullptr;

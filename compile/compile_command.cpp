@@ -66,9 +66,7 @@ class Taking {
     if (!HasComplaint()) result.complaint = sentence;
   }
 
-  bool IsClStyle() {
-    return Command().style == CompilerStyle::Cl || Command().style == CompilerStyle::ClangCl;
-  }
+  bool IsClStyle() { return snipwell::IsClStyle(Command().style); }
 
   std::string DefaultAction() {
     if (Command().frontEnd) return "-fsyntax-only";
@@ -77,26 +75,35 @@ class Taking {
 
   /// Returns the words behind the compiler.
   std::vector<std::string> TakeStart(const std::vector<std::string>& words) {
-    CommandStart start = FindCompiler(words);
-    if (start.compilerAt == words.size()) {
+    PlainCommand plain = FindCompiler(words);
+    if (plain.words.empty()) {
       Complain("No compiler is named: give its whole command, as in g++ -O2 -c x.cpp");
       return {};
     }
-    Command().environment = std::move(start.environment);
-    Command().compiler = words[start.compilerAt];
+    Command().environment = std::move(plain.environment);
+    Command().compiler = plain.words.front();
     if (IsNoCompiler(Command().compiler)) {
       Complain(Command().compiler + " is no compiler: let it show the commands that it runs" +
-               " (make VERBOSE=1, ninja -v) and give the one that fails.");
+               " (make VERBOSE=1, ninja -v, msbuild -v:n) and give the one that fails.");
     }
-    return {words.begin() + static_cast<std::ptrdiff_t>(start.compilerAt) + 1, words.end()};
+    return {plain.words.begin() + 1, plain.words.end()};
   }
 
   std::vector<std::string> TakeResponseFiles(const std::vector<std::string>& arguments) {
     TakeStyle(arguments);
-    CommandWords read = ReadResponseFiles(arguments, Command().folder,
-                                          IsClStyle() ? Quoting::Windows : Quoting::Gnu);
+    CommandWords read = ReadResponseFiles(arguments, Command().folder, QuotingIn(arguments));
     if (!read.complaint.empty()) Complain(read.complaint);
     return std::move(read.words);
+  }
+
+  /// Of response files; clang lets one choose.
+  Quoting QuotingIn(const std::vector<std::string>& arguments) {
+    Quoting quoting = IsClStyle() ? Quoting::Windows : Quoting::Gnu;
+    for (const std::string& argument : arguments) {
+      if (argument == "--rsp-quoting=windows") quoting = Quoting::Windows;
+      if (argument == "--rsp-quoting=posix") quoting = Quoting::Gnu;
+    }
+    return quoting;
   }
 
   void TakeStyle(const std::vector<std::string>& arguments) {
@@ -117,6 +124,9 @@ class Taking {
       Command().style = CompilerStyle::Clang;
       driverIsCpp = false;
     }
+    for (const std::string& word : arguments) {
+      precompiles = precompiles && !(IsClStyle() && (word == "/Y-" || word == "-Y-"));
+    }
     for (const OptionGroup& group : GroupOptions(arguments, Command().style, Command().frontEnd)) {
       if (group.role == OptionRole::LinkerRest) break;
       TakeGroup(group);
@@ -133,7 +143,8 @@ class Taking {
       case OptionRole::Action: return TakeAction(group);
       case OptionRole::Language: return TakeLanguage(group);
       case OptionRole::Source: return TakeSource(group);
-      case OptionRole::PrecompiledHeader: return RefusePrecompiledHeader(group.words[0]);
+      case OptionRole::PrecompiledHeader:
+        return precompiles ? RefusePrecompiledHeader(group.words[0]) : void();
       case OptionRole::Module: return RefuseModule(group.words[0]);
       case OptionRole::Drop:
       case OptionRole::LinkerRest: return;
@@ -166,7 +177,8 @@ class Taking {
   void RefusePrecompiledHeader(const std::string& what) {
     Complain("A precompiled header is used or made (" + what +
              "): switch them off in the build (CMake: -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON)" +
-             " and give the command that it runs then.");
+             " and give the command that it runs then" +
+             (IsClStyle() ? ", or add /Y- to this one." : "."));
   }
 
   void RefuseModule(const std::string& what) {
@@ -208,7 +220,10 @@ class Taking {
       case SourceKind::Cpp: return TakeOneSource(file, true);
       case SourceKind::Header:
         return Complain(file.name + " would become a precompiled header: compile it with " +
-                        (driverIsCpp ? "-x c++" : "-x c") + " before it, or name a source.");
+                        (IsClStyle()   ? "/TP"
+                         : driverIsCpp ? "-x c++"
+                                       : "-x c") +
+                        " before it, or name a source.");
       case SourceKind::PrecompiledHeader: return RefusePrecompiledHeader(file.name);
       case SourceKind::Module: return RefuseModule(file.name);
     }
@@ -228,16 +243,17 @@ class Taking {
                Listed(sources) + "): compile one source: leave in the one that fails.");
     } else if (sources.empty() && !others.empty()) {
       Complain("The command compiles no C or C++ source but takes " + Listed(others) +
-               ": compile one source: add -c and name the one that fails.");
+               ": compile one source: add " + DefaultAction() + " and name the one that fails.");
     } else if (sources.empty()) {
-      Complain("The command names no source: add -c and the one that fails.");
+      Complain("The command names no source: add " + DefaultAction() + " and the one that fails.");
     }
   }
 
   CommandOrComplaint result;
   bool driverIsCpp = false;
-  std::string language;    // by "-x", for the files that follow
-  std::string clLanguage;  // by "/TP" or "/TC", for all files
+  bool precompiles = true;  // no "/Y-" is there, which makes cl overlook its other options for that
+  std::string language;     // by "-x", for the files that follow
+  std::string clLanguage;   // by "/TP" or "/TC", for all files
   std::vector<File> files;
   std::vector<std::string> sources;
   std::vector<std::string> others;

@@ -40,7 +40,9 @@ CommandOrComplaint TakeCommandApart(const std::vector<std::string>& words,
 
 /// The words that compile `source` as the command does its own, with the output in `output`
 /// (nothing, when the command only checks). What a compiler writes beside its output it writes
-/// beside `output`. The paths are relative to the command's folder.
+/// beside `output`. Without an output the compiler is free where to write. The last word is the
+/// source, or ends with it, and may be replaced where `source` is empty. The paths are relative to
+/// the command's folder.
 std::vector<std::string> CompileWords(const CompileCommand& command, const std::string& source,
                                       const std::string& output);
 
@@ -48,6 +50,9 @@ std::vector<std::string> CompileWords(const CompileCommand& command, const std::
 /// silent, for none of them must be an error here.
 std::vector<std::string> PreprocessWords(const CompileCommand& command, const std::string& source,
                                          const std::string& output, bool lineMarkers);
+
+/// An option by which headers that are named in quotes are found in `folder` too.
+std::vector<std::string> IncludeWords(const CompileCommand& command, const std::string& folder);
 
 /// True when the command's source counts as preprocessed, by its language or suffix.
 bool IsPreprocessed(const CompileCommand& command);

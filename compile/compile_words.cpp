@@ -12,9 +12,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-bool IsClStyle(const CompileCommand& command) {
-  return command.style == CompilerStyle::Cl || command.style == CompilerStyle::ClangCl;
-}
+bool IsClStyle(const CompileCommand& command) { return IsClStyle(command.style); }
 
 void Append(Words& words, const Words& more) {
   words.insert(words.end(), more.begin(), more.end());
@@ -36,9 +34,13 @@ Words SourceWords(const CompileCommand& command, const std::string& source) {
   if (!IsClStyle(command)) {
     return command.language.empty() ? Words{source} : Words{"-x", command.language, source};
   }
-  if (!command.language.empty()) return {(command.language == "c" ? "/Tc" : "/Tp") + source};
-  // A path could look like an option of clang-cl.
-  return command.style == CompilerStyle::ClangCl ? Words{"--", source} : Words{source};
+  const bool isC = command.language == "c";
+  // Who has no source yet puts one behind the words.
+  if (!command.language.empty() && source.empty()) return {isC ? "/TC" : "/TP", ""};
+  if (!command.language.empty()) return {(isC ? "/Tc" : "/Tp") + source};
+  // A path from the root could look like an option; cl has no word against that.
+  const bool isPlain = !source.empty() && source[0] != '/';
+  return command.style == CompilerStyle::Cl || isPlain ? Words{source} : Words{"--", source};
 }
 
 /// cl writes the debug information of all outputs of a folder into one file unless told another.
@@ -50,7 +52,10 @@ bool WritesDatabase(const CompileCommand& command) {
   return false;
 }
 
-Words ClOutput(const CompileCommand& command, const std::string& output) {
+Words OutputWords(const CompileCommand& command, const std::string& output) {
+  const bool writesNone = command.action == "-fsyntax-only" || command.action == "/Zs";
+  if (writesNone || output.empty()) return {};
+  if (!IsClStyle(command)) return {"-o", output};
   Words words = {"/Fo" + output};
   if (WritesDatabase(command)) words.push_back("/Fd" + output + ".pdb");
   return words;
@@ -62,9 +67,7 @@ Words CompileWords(const CompileCommand& command, const std::string& source,
                    const std::string& output) {
   Words words = Start(command);
   words.push_back(command.action);
-  if (command.action != "-fsyntax-only" && command.action != "/Zs") {
-    Append(words, IsClStyle(command) ? ClOutput(command, output) : Words{"-o", output});
-  }
+  Append(words, OutputWords(command, output));
   Append(words, SourceWords(command, source));
   return words;
 }
@@ -81,6 +84,10 @@ Words PreprocessWords(const CompileCommand& command, const std::string& source,
   }
   Append(words, SourceWords(command, source));
   return words;
+}
+
+std::vector<std::string> IncludeWords(const CompileCommand& command, const std::string& folder) {
+  return {IsClStyle(command) ? "/I" : "-iquote", folder};
 }
 
 bool IsPreprocessed(const CompileCommand& command) {

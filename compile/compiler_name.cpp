@@ -1,8 +1,9 @@
 #include "compile/compiler_name.h"
 
 #include <algorithm>
-#include <cctype>
 #include <string_view>
+
+#include "text/small_letters.h"
 
 namespace snipwell {
 
@@ -28,8 +29,9 @@ constexpr std::string_view kCppDrivers[] = {"CC",   "dpcpp", "hipcc", "icpc",
                                             "icpx", "mpiCC", "mpicxx"};
 
 constexpr std::string_view kNoCompilers[] = {
-    "ar",  "as",    "bazel", "cmake",   "collect2", "devenv", "gmake", "ld",         "link",
-    "lld", "meson", "make",  "msbuild", "ninja",    "nmake",  "scons", "xcodebuild",
+    "ar",      "as",    "bazel", "cd",  "cmake",    "collect2",   "devenv", "gmake",
+    "ld",      "lib",   "link",  "lld", "lld-link", "make",       "meson",  "ml64",
+    "msbuild", "ninja", "nmake", "rc",  "scons",    "xcodebuild",
 };
 
 template <typename Names>
@@ -41,15 +43,14 @@ bool IsOneOf(const Names& names, const std::string& name) {
 
 std::string ProgramName(const std::string& path) {
   std::string name = path.substr(path.find_last_of("/\\") + 1);
-  std::string lower = name;
-  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  std::string lower = InSmallLetters(name);
   const std::size_t kept = lower.size() - std::min<std::size_t>(lower.size(), 4);
   return lower.substr(kept) == ".exe" ? lower.substr(0, kept) : name;
 }
 
 CompilerStyle StyleOf(const std::string& compiler) {
-  const std::string name = ProgramName(compiler);
-  if (name == "cl" || name == "CL") return CompilerStyle::Cl;
+  const std::string name = InSmallLetters(ProgramName(compiler));
+  if (name == "cl") return CompilerStyle::Cl;
   for (const auto& row : kStyles) {
     if (Contains(name, row.part)) return row.style;
   }
@@ -62,7 +63,7 @@ bool IsCppDriver(const std::string& compiler) {
 }
 
 bool IsNoCompiler(const std::string& program) {
-  return IsOneOf(kNoCompilers, ProgramName(program));
+  return IsOneOf(kNoCompilers, InSmallLetters(ProgramName(program)));
 }
 
 }  // namespace snipwell

@@ -7,9 +7,15 @@ namespace snipwell {
 /// Which command line a compiler understands.
 enum class CompilerStyle { Gcc, Clang, Cl, ClangCl };
 
-/// What the name of a compiler tells, whatever its folder, target prefix and version. Of "cc" and
-/// "c++", which may be any compiler, it tells what all POSIX compilers understand: `Gcc`.
+/// What the name of a compiler tells, whatever its folder, target prefix and version, and whether
+/// its letters are small. Of "cc" and "c++", which may be any compiler, it tells what all POSIX
+/// compilers understand: `Gcc`.
 CompilerStyle StyleOf(const std::string& compiler);
+
+/// True for the command line of cl, which clang-cl understands too.
+inline bool IsClStyle(CompilerStyle style) {
+  return style == CompilerStyle::Cl || style == CompilerStyle::ClangCl;
+}
 
 /// True for a driver that compiles even "x.c" as C++.
 bool IsCppDriver(const std::string& compiler);

@@ -2,28 +2,42 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <string_view>
+#include <utility>
 
 #include "compile/compiler_name.h"
+#include "compile/word_splitting.h"
+#include "text/small_letters.h"
 
 namespace snipwell {
 
 namespace {
+
+/// Whether a whole command may stand in one word behind the options.
+enum class Shell {
+  None,
+  Posix,    // behind "-c", or options such as "-ec"
+  Windows,  // behind "/c"; its options begin with slashes
+};
 
 /// A program that starts the one named behind its options.
 struct Launcher {
   std::string_view name;
   std::string_view valueOptions = "";  // those with a value in the next word, parted by blanks
   int operands = 0;                    // number of words between its options and the program
+  Shell shell = Shell::None;
 };
 
 constexpr Launcher kLaunchers[] = {
-    {"bash"},
+    {"bash", "", 0, Shell::Posix},
     {"bear", "--output -o --config"},
     {"buildcache"},
     {"cachecc1"},
     {"ccache", "--config-path"},
+    {"clcache"},
     {"cmake", "-E"},  // "cmake -E env", "cmake -E time", "cmake -E __run_co_compile ... --"
+    {"cmd", "", 0, Shell::Windows},
     {"colorgcc"},
     {"command"},
     {"distcc"},
@@ -43,7 +57,7 @@ constexpr Launcher kLaunchers[] = {
     {"sccache"},
     {"scan-build", "-o"},
     {"setarch", "", 1},
-    {"sh"},
+    {"sh", "", 0, Shell::Posix},
     {"stdbuf", "-i -o -e"},
     {"taskset", "", 1},
     {"time", "-f -o --format --output"},
@@ -61,7 +75,7 @@ bool IsNamed(const std::string& program, std::string_view name) {
 }
 
 const Launcher* FindLauncher(const std::string& word) {
-  const std::string program = ProgramName(word);
+  const std::string program = InSmallLetters(ProgramName(word));
   const auto* const found =
       std::find_if(std::begin(kLaunchers), std::end(kLaunchers),
                    [&](const Launcher& each) { return IsNamed(program, each.name); });
@@ -80,11 +94,17 @@ bool IsAssignment(const std::string& word) {
                      [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });
 }
 
+/// True for the option behind which the shell is given a command.
+bool IsScriptOption(const std::string& option, Shell shell) {
+  if (shell == Shell::Windows) return option == "/c" || option == "/C";
+  return shell == Shell::Posix && option[1] != '-' && option.back() == 'c';
+}
+
 class Search {
  public:
-  explicit Search(const std::vector<std::string>& all) : words(all) {}
+  explicit Search(std::vector<std::string> all) : words(std::move(all)) {}
 
-  CommandStart Run() {
+  PlainCommand Run() {
     SkipAssignments();
     while (at < words.size()) {
       const Launcher* const launcher = FindLauncher(words[at]);
@@ -96,7 +116,7 @@ class Search {
       if (at < words.size() && words[at] == "--") ++at;
       at = std::min(words.size(), at + static_cast<std::size_t>(launcher->operands));
     }
-    found.compilerAt = at;
+    found.words.assign(words.begin() + static_cast<std::ptrdiff_t>(at), words.end());
     return std::move(found);
   }
 
@@ -105,12 +125,26 @@ class Search {
     return ProgramName(words[at]) == "cmake" && (at + 1 == words.size() || words[at + 1] != "-E");
   }
 
+  bool AtOption(const Launcher& launcher) const {
+    if (at == words.size() || words[at].size() < 2) return false;
+    return words[at][0] == (launcher.shell == Shell::Windows ? '/' : '-');
+  }
+
   void SkipOptions(const Launcher& launcher) {
-    while (at < words.size() && words[at].size() > 1 && words[at][0] == '-') {
+    while (AtOption(launcher)) {
       const std::string& option = words[at++];
       if (option == "--") return;
+      if (IsScriptOption(option, launcher.shell)) return TakeScript(launcher.shell);
       if (IsAmong(option, launcher.valueOptions) && at < words.size()) ++at;
     }
+  }
+
+  /// Windows' shell takes all that follows, but several words are parted already.
+  void TakeScript(Shell shell) {
+    const bool isWindows = shell == Shell::Windows;
+    if (at == words.size() || (isWindows && at + 1 < words.size())) return;
+    words = SplitWords(words[at], isWindows ? Quoting::Windows : Quoting::Shell);
+    at = 0;
   }
 
   void SkipAssignments() {
@@ -119,13 +153,13 @@ class Search {
     }
   }
 
-  const std::vector<std::string>& words;
+  std::vector<std::string> words;
   std::size_t at = 0;
-  CommandStart found;
+  PlainCommand found;
 };
 
 }  // namespace
 
-CommandStart FindCompiler(const std::vector<std::string>& words) { return Search(words).Run(); }
+PlainCommand FindCompiler(std::vector<std::string> words) { return Search(std::move(words)).Run(); }
 
 }  // namespace snipwell

@@ -1,20 +1,19 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace snipwell {
 
-/// Where the compiler is in a command.
-struct CommandStart {
-  std::size_t compilerAt = 0;            ///< the number of words when there is none
+/// A command without what starts it.
+struct PlainCommand {
+  std::vector<std::string> words;        ///< the compiler first; empty when there is none
   std::vector<std::string> environment;  ///< "NAME=value", set before it or by "env"
 };
 
 /// Finds the compiler behind programs that only start it: compiler caches, distributors of
 /// compilations, "env", "nice", "time", "libtool" and the like, with their own options, in any
-/// order and number.
-CommandStart FindCompiler(const std::vector<std::string>& words);
+/// order and number. What shells are given in one word, as in `sh -c "g++ x.cpp"`, is taken apart.
+PlainCommand FindCompiler(std::vector<std::string> words);
 
 }  // namespace snipwell

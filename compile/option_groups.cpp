@@ -10,10 +10,6 @@ bool StartsWith(const std::string& text, const std::string& start) {
   return text.compare(0, start.size(), start) == 0;
 }
 
-bool IsClStyle(CompilerStyle style) {
-  return style == CompilerStyle::Cl || style == CompilerStyle::ClangCl;
-}
-
 /// What cl calls "/D" and "-D", by its name in the table.
 std::string ClName(const std::string& word) { return "/" + word.substr(1); }
 

@@ -11,6 +11,7 @@ enum class OptionValue {
   Joined,  ///< in the same word, maybe empty
   Either,  ///< in the same word, or in the next one when nothing follows the name
   Name,    ///< as `Either`, but nothing with a slash: "/Users/me/x.c" is a file
+  Number,  ///< digits in the same word, or nothing
   Both,    ///< a part in the same word and the rest in the next one
 };
 

@@ -1,8 +1,9 @@
 #include "compile/source_kind.h"
 
-#include <cctype>
 #include <cstddef>
 #include <string_view>
+
+#include "text/small_letters.h"
 
 namespace snipwell {
 
@@ -74,11 +75,8 @@ SourceType Find(const Row (&rows)[count], const std::string& name) {
 SourceType TypeBySuffix(const std::string& fileName, bool anyCase) {
   const std::size_t start = fileName.find_last_of("./\\");
   if (start == std::string::npos || fileName[start] != '.') return SourceType();
-  std::string suffix = fileName.substr(start + 1);
-  for (char& c : suffix) {
-    if (anyCase) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  }
-  return Find(kSuffixes, suffix);
+  const std::string suffix = fileName.substr(start + 1);
+  return Find(kSuffixes, anyCase ? InSmallLetters(suffix) : suffix);
 }
 
 SourceType TypeByLanguage(const std::string& language) { return Find(kLanguages, language); }

@@ -1,6 +1,7 @@
 #include "compile/word_splitting.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <utility>
 
 namespace snipwell {
@@ -101,6 +102,11 @@ class Splitter {
 };
 
 }  // namespace
+
+Quoting ShellQuoting() {
+  const bool isWindows = std::filesystem::path::preferred_separator == '\\';
+  return isWindows ? Quoting::Windows : Quoting::Shell;
+}
 
 std::vector<std::string> SplitWords(std::string_view text, Quoting quoting) {
   return Splitter(text, quoting).Words();

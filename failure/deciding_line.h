@@ -28,8 +28,20 @@ std::string FailureText(const std::string& line);
 /// program; of any other line, "".
 std::string ErrorText(const std::string& line);
 
+/// The number that the error of a line has: "C2065" of cl's, "LNK2019" of its linker's; of any
+/// other line, "".
+std::string ErrorNumber(const std::string& line);
+
+/// True for cl's line that says of the next one that its warning is an error.
+bool MakesWarningAnError(const std::string& line);
+
+/// Of a line with a warning of cl's, what it says, from the word "warning" on and without places in
+/// the program; of any other line, "".
+std::string WarningText(const std::string& line);
+
 /// Finds the line that decides what a compilation comes to, while the compiler still writes: the
-/// first one that means a failure, or, if the program has to be right, an error. After a crash
+/// first one that means a failure, or, if the program has to be right, an error; where a warning is
+/// an error, the line with the warning. After a crash
 /// whose kind only the rest of the output can tell, only the end of its dump decides.
 class DecidingLine {
  public:
@@ -46,6 +58,7 @@ class DecidingLine {
  private:
   bool errorsDecide;
   bool crashed = false;
+  bool awaitsWarning = false;  // the error is told in the next line
   LineMeaning meaning = LineMeaning::None;
 };
 

@@ -15,9 +15,14 @@ constexpr std::string_view kOutOfMemory[] = {
     "out of memory allocating", "LLVM ERROR: out of memory", "virtual memory exhausted",
     "Killed signal terminated program", "unable to execute command: Killed"};
 
+/// "compiler is out of heap space", for cl in its first pass and in its second.
+bool IsNumberOfOutOfMemory(const std::string& number) {
+  return number == "C1060" || number == "C1002";
+}
+
 /// Not what an error says, or the source that it shows: there the words are the program's.
 bool TellsOutOfMemory(const std::string& line) {
-  if (line == "  what():  std::bad_alloc") return true;
+  if (line == "  what():  std::bad_alloc" || IsNumberOfOutOfMemory(ErrorNumber(line))) return true;
   if (line.empty() || line[0] == ' ' || MeaningOf(line) == LineMeaning::Error) return false;
   return std::any_of(std::begin(kOutOfMemory), std::end(kOutOfMemory),
                      [&](std::string_view mark) { return line.find(mark) != std::string::npos; });
@@ -32,7 +37,10 @@ void FailureReader::Read(const std::string& output) {
 void FailureReader::Take(const std::string& line) {
   outOfMemory = TellsOutOfMemory(line);
   deciding.Take(line);
-  if (error.empty() && !deciding.HasCrashed()) error = ErrorText(line);
+  if (deciding.HasCrashed()) return;
+  if (awaitsWarning && !WarningText(line).empty()) error += ": " + WarningText(line);
+  awaitsWarning = error.empty() && MakesWarningAnError(line);
+  if (error.empty()) error = ErrorText(line);
 }
 
 bool FailureReader::TellsCrash(int signal) const {

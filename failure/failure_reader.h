@@ -30,7 +30,8 @@ class FailureReader {
   OutputLines lines;
   DecidingLine deciding;
   bool outOfMemory = false;
-  std::string error;  // what the first error says
+  bool awaitsWarning = false;  // the next line says more of the first error
+  std::string error;           // what the first error says
 };
 
 }  // namespace snipwell

@@ -101,12 +101,22 @@ std::size_t EndOfLineAndColumn(const std::string& text, std::size_t at) {
   return columnEnd > lineEnd + 1 ? columnEnd : at;
 }
 
+/// The end of the number that cl gives a lambda, "<lambda_12ab>", when it starts at `at`, or `at`.
+std::size_t EndOfLambdaNumber(const std::string& text, std::size_t at) {
+  const std::string mark = "<lambda_";
+  if (at < mark.size() || text.compare(at - mark.size(), mark.size(), mark) != 0) return at;
+  std::size_t end = at;
+  while (end < text.size() && IsHexDigit(text[end])) ++end;
+  return end;
+}
+
 }  // namespace
 
 std::string WithoutPlaces(const std::string& message) {
   std::string text;
   for (std::size_t at = 0; at < message.size() && EndOfAddress(message, at) == at;) {
-    const std::size_t end = EndOfLineAndColumn(message, at);
+    const std::size_t end =
+        std::max(EndOfLineAndColumn(message, at), EndOfLambdaNumber(message, at));
     if (end == at) text += message[at++];
     at = std::max(at, end);
   }

@@ -19,8 +19,9 @@ namespace snipwell {
 std::string RewriteLine(const std::string& line, const std::string& temporaryFolder);
 
 /// What a message says, without what differs between two compilations that fail in the same way:
-/// the line and column of a place in it ("a lambda at x.c:12:5" becomes "a lambda at x.c"), and all
-/// from an address on.
+/// the line and column of a place in it ("a lambda at x.c:12:5" becomes "a lambda at x.c"), the
+/// number in the name of a lambda ("<lambda_12ab>" becomes "<lambda_>"), and all from an address
+/// on.
 std::string WithoutPlaces(const std::string& message);
 
 /// The line without the sequences that colour a terminal, which stand within the words of a

@@ -22,7 +22,8 @@ bool OutputLines::TakeRest(const std::string& output) {
 
 bool OutputLines::TakeUpTo(std::size_t end, const std::string& output) {
   if (size >= kMostMemory) return false;
-  lines.push_back(WithoutColours(output.substr(start, end - start)));
+  const bool isWindows = end > start && output[end - 1] == '\r';
+  lines.push_back(WithoutColours(output.substr(start, end - start - (isWindows ? 1 : 0))));
   size += sizeof(std::string) + end - start;
   start = end + 1;
   return true;

@@ -6,8 +6,9 @@
 
 namespace snipwell {
 
-/// The lines of an output, without colours, taken out of it one by one while it grows. They are
-/// kept, up to 16 MB in memory; what comes then is not looked at any more.
+/// The lines of an output, without colours and without carriage returns at their ends, taken out of
+/// it one by one while it grows. They are kept, up to 16 MB in memory; what comes then is not
+/// looked at any more.
 class OutputLines {
  public:
   /// Takes the next whole line of the whole output so far. False when there is none yet.

@@ -59,12 +59,11 @@ void CheckWithOwnCommand(Job& job) {
 /// away, or finds for copies what stands beside the result.
 Words ForPeople(const Job& job) {
   Words words = CompileWords(job.form.command, job.findings.sourceName, "");
-  const Words finding = {"-iquote", fs::absolute(job.result->Name()).parent_path().string()};
+  const Words finding =
+      IncludeWords(job.command, fs::absolute(job.result->Name()).parent_path().string());
   const auto beside = std::search(words.begin(), words.end(), finding.begin(), finding.end());
   if (beside != words.end()) words.erase(beside, beside + 2);
   words.erase(std::remove(words.begin(), words.end(), "-fno-crash-diagnostics"), words.end());
-  const auto output = std::find(words.begin(), words.end(), "-o");
-  if (output != words.end()) words.erase(output, output + 2);
   return words;
 }
 
@@ -84,8 +83,9 @@ Words VersionOf(Job& job) {
   Words lines;
   for (std::string line; std::getline(output, line);) {
     const bool target = line.rfind("Target:", 0) == 0;
-    const bool version =
-        line.find(" version ") != std::string::npos && line.rfind("Found ", 0) != 0;
+    const bool version = (line.find(" version ") != std::string::npos ||
+                          line.find(" Version ") != std::string::npos) &&
+                         line.rfind("Found ", 0) != 0;
     if (target || version) lines.push_back(line);
   }
   return lines;

@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::optional<std::string> PreprocessedBy(Job& job, const CompileCommand& compiler) {
-  const fs::path output = job.workshop.Folder() / "preprocessed";
+  const fs::path output = job.workshop.Folder() / "preprocessed.i";  // cl adds that
   platform::ChildCommand command;
   command.arguments = PreprocessWords(compiler, job.command.source, output.string(), true);
   command.folder = compiler.folder;

@@ -28,10 +28,10 @@ CompileCommand ForCopies(const CompileCommand& command) {
   CompileCommand made = command;
   // An option that is for nothing can be an error.
   if (command.compiler.empty() || IsPreprocessed(command)) return made;
-  const bool isCl = command.style == CompilerStyle::Cl || command.style == CompilerStyle::ClangCl;
   const std::filesystem::path source = std::filesystem::path(command.folder) / command.source;
   const std::string folder = std::filesystem::absolute(source).parent_path().string();
-  made.arguments.insert(made.arguments.begin(), {isCl ? "/I" : "-iquote", folder});
+  const Words beside = IncludeWords(command, folder);
+  made.arguments.insert(made.arguments.begin(), beside.begin(), beside.end());
   return made;
 }
 

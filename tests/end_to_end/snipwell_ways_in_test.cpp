@@ -130,6 +130,64 @@ TEST(SnipwellWaysIn, LeadToTheSameResult) {
   }
 }
 
+/// A rule for cl's answer to texts that hold these words in their order.
+std::string ClAnswers(const std::string& words, const std::string& lines) {
+  return "rule\nnoarg /P\narg /DFROM_CL\nwords " + words + '\n' + lines + "exit 2\n";
+}
+
+std::string InternalErrorOfCl(const std::string& line) {
+  return "out {file}(7): fatal error C1001: Internal compiler error.\n"
+         "out (compiler file 'D:\\\\a\\\\p1\\\\symbols.cpp', line " +
+         line +
+         ")\n"
+         "out  To work around this problem, try simplifying or changing the program\n";
+}
+
+// What another internal error is, the next line tells. The variable CL holds for every try.
+TEST(SnipwellWaysIn, HoldFailuresOfCl) {
+  const struct {
+    const char* compiler;
+    const char* stages;
+    std::string rules;
+    const char* headline;
+    const char* added;
+    const char* reduced;  // command in the report
+  } rows[] = {
+      {"cl", "--stages=preprocess,snip,refine,options,layout",
+       ClAnswers(kWanted, InternalErrorOfCl("33550")) +
+           ClAnswers("int take ( ) {", InternalErrorOfCl("33551")),
+       "# internal compiler error: in symbols.cpp, line 33550\n",
+       "my src/a pool.min.cpp my src/a pool.other-1.cpp my src/a pool.report.md",
+       "\ncl /c 'a pool.min.cpp'\n"},
+      {"clang-cl", "--stages=preprocess,refine,options,layout",
+       ClAnswers(kWanted, "err {file}(7,3): error: no member\n"), "# error: no member\n",
+       "my src/a pool.min.cpp my src/a pool.report.md", "\nclang-cl /c 'a pool.min.cpp'\n"},
+      {"CL.EXE", "--stages=refine,layout",
+       ClAnswers(kWanted, "out {file}(7): error C2065: 'x'\n") +
+           ClAnswers("int take ( ) {", "out {file}(7): error C2066: 'x'\n"),
+       "# error C2065: 'x'\n", "my src/a pool.min.cpp my src/a pool.report.md",
+       "\nCL.EXE /O2 /Zi /I build /c '/Tpa pool.min.cpp'\n"},
+  };
+  for (const auto& row : rows) {
+    Project project;
+    Fill(project);
+    project.AddCompiler(row.compiler);
+    project.SetRules(row.rules);
+    const Outcome outcome = project.Snipwell(
+        {row.stages, row.compiler, "/O2", "/Zi", "/FS", "/MP", "/I", "build", "/Fo:", "a.obj",
+         "/sourceDependencies", "a.json", "/c", "/TP", "my src/a pool.cpp", "/link", "x.lib"},
+        "CL=/DFROM_CL _CL_=/w");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(project.Added(), row.added) << outcome.err;
+    EXPECT_EQ(project.Read("my src/a pool.min.cpp"), kSmallest) << outcome.err;
+    const std::string report = project.Read("my src/a pool.report.md");
+    EXPECT_EQ(Count(report, row.headline), 1U) << report;
+    EXPECT_EQ(Count(report, row.reduced), 1U) << report;
+    EXPECT_EQ(Count(report, "```text\nMicrosoft (R) C/C++ Compiler Version 19.99 for x64\n```"),
+              1U);
+  }
+}
+
 const char kRefusedByGcc[] =
     "int unused() { return 1; }\n"
     "template <class T>\n"

@@ -41,10 +41,7 @@ TEST(CompilationDatabase, FindsTheCommandOfASource) {
   for (const auto& row : rows) {
     for (const char* database : {".", "compile_commands.json"}) {
       const CommandWords command = FindInDatabase(database, row.source);
-      std::string found = command.folder + ":";
-      for (const std::string& word : command.words)
-        found += (found.back() == ':' ? " " : "|") + word;
-      if (!command.complaint.empty()) found = command.complaint;
+      const std::string found = Told(command);
       EXPECT_EQ(command.complaint.empty() ? found : found.substr(0, row.found.size()), row.found);
     }
   }

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "compile/compilation_database.h"
 #include "compile/response_files.h"
+#include "compile/test_command.h"
 #include "taken_apart.h"
 #include "temp_folder.h"
 
@@ -17,6 +19,13 @@ using namespace std::string_literals;
 
 Words AtBlanks(const std::string& text) { return SplitWords(text, Quoting::Gnu); }
 
+/// A complaint's first words are expected where there is no "|".
+void ExpectTaken(const Words& words, const std::string& expected, const TempFolder& folder) {
+  const std::string taken = TakenApart(words, folder.NameOf(""));
+  const bool isWhole = expected.find('|') != std::string::npos;
+  EXPECT_EQ(isWhole ? taken : taken.substr(0, expected.size()), expected) << Joined(words);
+}
+
 }  // namespace
 
 TEST(TakeCommandApart, UnderstandsCommandsAsBuildProgramsWriteThem) {
@@ -27,7 +36,7 @@ TEST(TakeCommandApart, UnderstandsCommandsAsBuildProgramsWriteThem) {
   folder.Write("loop.rsp", "-O2 @loop.rsp");
   const struct {
     const char* words;
-    const char* taken;  // a complaint's first words, when there is no "|"
+    const char* taken;
   } rows[] = {
       // By hand.
       {"g++ -std=c++20 -O2 -Iinclude -DNDEBUG -c src/pool.cpp -o build/pool.o",
@@ -108,7 +117,7 @@ TEST(TakeCommandApart, UnderstandsCommandsAsBuildProgramsWriteThem) {
       // cl and clang-cl, by CMake and Visual Studio.
       {"cl.exe /nologo /TP -DWIN32 -ID:\\\\x\\\\inc /DWIN32 /EHsc /MDd /Zi /showIncludes "
        "/FoCMakeFiles\\\\x.dir\\\\a.cpp.obj /FdCMakeFiles\\\\x.dir\\\\ /FS -c D:\\\\x\\\\a.cpp",
-       "cl.exe | /nologo -DWIN32 -ID:\\x\\inc /DWIN32 /EHsc /MDd /Zi /FS | /c c++ D:\\x\\a.cpp"},
+       "cl.exe | /nologo -DWIN32 -ID:\\x\\inc /DWIN32 /EHsc /MDd /Zi | /c c++ D:\\x\\a.cpp"},
       {"cl /c /I inc /D A /W4 /WX- /Od /Gm- /std:c++20 /Fax.asm /FAcs /Fo\"out/\" /Tc a.inc",
        "cl | /I inc /D A /W4 /WX- /Od /Gm- /std:c++20 | /c c a.inc"},
       {"cl /Zs /Yu\"stdafx.h\" a.cpp", "A precompiled header is used or made (/Yustdafx.h)"},
@@ -172,12 +181,100 @@ TEST(TakeCommandApart, UnderstandsCommandsAsBuildProgramsWriteThem) {
       {"gcc -x fortran a.c", "The command compiles no C or C++ source"},
       {"gcc a.c -o", "-o at the end lacks its value"},
   };
-  for (const auto& row : rows) {
-    const std::string taken = TakenApart(AtBlanks(row.words), folder.NameOf(""));
-    const std::string expected = row.taken;
-    const bool isWhole = expected.find('|') != std::string::npos;
-    EXPECT_EQ(isWhole ? taken : taken.substr(0, expected.size()), expected) << row.words;
-  }
+  for (const auto& row : rows) ExpectTaken(AtBlanks(row.words), row.taken, folder);
+}
+
+TEST(TakeCommandApart, UnderstandsCommandsAsTheyAreOnWindows) {
+  const TempFolder folder;
+  folder.Write("a.rsp", "\xFF\xFE/\0D\0A\0=\0\"\0b\0 \0c\0\"\0\r\0\n\0x\0.\0c\0"s);
+  folder.Write("b.rsp", R"(-DA=b\\c -ID:\\inc x.c)");
+  const struct {
+    const char* words;
+    const char* taken;
+  } rows[] = {
+      // By hand, in the order of cl's documentation.
+      {"cl x.cpp", "cl | | /c x.cpp"},
+      {"CL /c /O2 /EHsc /FoC:\\obj\\ x.c", "CL | /O2 /EHsc | /c x.c"},
+      {"cl /nologo- -O1 -Fo: x.obj -Fd: x.pdb /Fe: x.exe -c x.cpp", "cl | /nologo- -O1 | /c x.cpp"},
+      {"cl /Fi: x.i /P /EP /Fa: x.asm /Fm: x.map /FR: x.sbr /FA x.cpp", "cl | | /c x.cpp"},
+      {"cl /MP /c x.cpp", "cl | | /c x.cpp"},
+      {"cl /MP x.cpp /F 4096 /F4096", "cl | /F4096 | /c x.cpp"},
+      {"cl /D X /DY#2 /U Z /UW /u /FI y.h /FIz.h /I i /Ij /X x.cpp",
+       "cl | /D X /DY#2 /U Z /UW /u /FI y.h /FIz.h /I i /Ij /X | /c x.cpp"},
+      {"cl /external:I e /external:If /external:W0 /external:env:INC /AI m x.cpp",
+       "cl | /external:I e /external:If /external:W0 /external:env:INC /AI m | /c x.cpp"},
+      {"cl /Zi /FS /Gm /Gm- /Fdx.pdb /ZI /Z7 x.cpp", "cl | /Zi /Gm- /ZI /Z7 | /c x.cpp"},
+      {"cl /showIncludes:user /sourceDependencies d.json /sourceDependencies:directives e.json "
+       "/sourceDependenciesf.json /sourceDependencies- x.cpp",
+       "cl | | /c x.cpp"},
+      {"cl /std:c++20 /Zc:__cplusplus /permissive- /utf-8 /await /bigobj /arch:AVX2 /Tpx.inc",
+       "cl | /std:c++20 /Zc:__cplusplus /permissive- /utf-8 /await /bigobj /arch:AVX2 | /c c++ "
+       "x.inc"},
+      {"cl /Tp x.inc", "cl | | /c c++ x.inc"},
+      {"cl /TC x.cpp", "cl | | /c c x.cpp"},
+      {"cl /TP x.h", "cl | | /c c++ x.h"},
+      {"cl x.h", "x.h would become a precompiled header: compile it with /TP before it"},
+      {"cl /analyze:log x.xml /analyze:stacksize 999 /analyze /analyze:autolog- x.cpp",
+       "cl | /analyze:stacksize 999 /analyze | /c x.cpp"},
+      {"cl x.cpp /link /OUT:y.exe z.cpp", "cl | | /c x.cpp"},
+      {"cl x.cpp y.cpp", "The command compiles 2 sources (x.cpp, y.cpp): compile one source"},
+      {"cl x.obj y.lib /link",
+       "The command compiles no C or C++ source but takes x.obj, y.lib: "
+       "compile one source: add /c"},
+      {"cl /nologo", "The command names no source: add /c and"},
+      {"cl /I", "/I at the end lacks its value"},
+      {"cl x.ixx", "C++ modules are used or made (x.ixx)"},
+      {"cl /ifcOutput x.ifc x.cpp", "C++ modules are used or made (/ifcOutput)"},
+      {"cl /headerUnit:quote x.h=x.ifc x.cpp", "C++ modules are used or made (/headerUnit:quote)"},
+      {"cl /Ycx.h /Fpx.pch x.cpp", "A precompiled header is used or made (/Ycx.h): switch them"},
+      {"cl /Yux.h /Fpx.pch /FIx.h x.cpp -Y-", "cl | /FIx.h | /c x.cpp"},
+      // CMake with Ninja and NMake, MSBuild.
+      {"C:\\PROGRA~1\\MIB055~1\\2022\\bin\\Hostx64\\x64\\cl.exe  /nologo /TP -DX=\\\"a\\\" "
+       "-external:IC:\\e -external:W0 /DWIN32 /Ob0 -std:c++17 -MDd -Zi /showIncludes "
+       "/FoCMakeFiles\\x.dir\\a.cpp.obj /FdCMakeFiles\\x.dir\\ /FS -c C:\\s\\a.cpp",
+       "C:\\PROGRA~1\\MIB055~1\\2022\\bin\\Hostx64\\x64\\cl.exe | /nologo -DX=\"a\" "
+       "-external:IC:\\e -external:W0 /DWIN32 /Ob0 -std:c++17 -MDd -Zi | /c c++ C:\\s\\a.cpp"},
+      {"cmake.exe -E cmake_cl_compile_depends --dep-file=a.d --working-dir=C:\\b -- cl /c a.c",
+       "cl | | /c a.c"},
+      {"\"C:\\Program Files\\VC\\CL.exe\" /c /Zi /nologo /W3 /WX- /diagnostics:column /Od /D _MBCS "
+       "/D \"CMAKE_INTDIR=\\\"Debug\\\"\" /Gm- /RTC1 /MDd /GS /Fo\"x.dir\\Debug\\\\\" "
+       "/Fd\"x.dir\\vc143.pdb\" /external:W3 /Gd /TP /errorReport:queue C:\\s\\a.cpp",
+       "C:\\Program Files\\VC\\CL.exe | /Zi /nologo /W3 /WX- /Od /D _MBCS /D "
+       "CMAKE_INTDIR=\"Debug\" /Gm- /RTC1 /MDd /GS /external:W3 /Gd | /c c++ C:\\s\\a.cpp"},
+      {"cl /nologo @a.rsp", "cl | /nologo /DA=b c | /c x.c"},
+      {"MSBuild.exe x.sln", "MSBuild.exe is no compiler"},
+      {"LINK /OUT:x.exe a.obj", "LINK is no compiler"},
+      // clang and gcc.
+      {"\"C:\\Program Files\\LLVM\\bin\\Clang-CL.exe\" -m64 --target=x86_64-pc-windows-msvc -imsvc "
+       "C:\\sdk -Wall /clang:-O3 /EHsc -o a.obj /c /openmp -resource-dir C:\\r -- a.CPP",
+       "C:\\Program Files\\LLVM\\bin\\Clang-CL.exe | -m64 --target=x86_64-pc-windows-msvc -imsvc "
+       "C:\\sdk -Wall /clang:-O3 /EHsc /openmp -resource-dir C:\\r | /c a.CPP"},
+      {"clang-cl /MP8 /Zi /Brepro a.c", "clang-cl | /Zi /Brepro | /c a.c"},
+      {"clang.exe -O2 @b.rsp", "clang.exe | -O2 -DA=b\\c -ID:\\inc | -c x.c"},
+      {"clang-cl @b.rsp", "clang-cl | -DA=b\\\\c -ID:\\\\inc | /c x.c"},
+      {"clang-cl --rsp-quoting=posix @b.rsp",
+       "clang-cl | --rsp-quoting=posix -DA=b\\c -ID:\\inc | /c x.c"},
+      {"C:\\mingw64\\bin\\x86_64-w64-mingw32-g++.exe -O2 -Wl,--out-implib,x.a -mwindows "
+       "-c C:\\s\\a.c -o a.o",
+       "C:\\mingw64\\bin\\x86_64-w64-mingw32-g++.exe | -O2 -mwindows | -c C:\\s\\a.c"},
+      {"G++.EXE x.C", "G++.EXE | | -c x.C"},
+      {"C:\\l\\clang-cl.exe -cc1 -triple x86_64-pc-windows-msvc -emit-obj -o a.obj -x c++ "
+       "C:\\a.cpp",
+       "C:\\l\\clang-cl.exe -cc1 | -triple x86_64-pc-windows-msvc | -emit-obj c++ C:\\a.cpp"},
+      // What starts compilers.
+      {"C:\\tools\\ccache.exe C:\\bin\\cl.exe /c a.c", "C:\\bin\\cl.exe | | /c a.c"},
+      {"SCCACHE.EXE buildcache cl.exe /c a.c", "cl.exe | | /c a.c"},
+      {"CMD /d /c cl /c a.c", "cl | | /c a.c"},
+      {"C:\\WINDOWS\\system32\\cmd.exe /C \"cl /IC:\\i /c \"\"my a.c\"\"\"",
+       "cl | /IC:\\i | /c my a.c"},
+      {"cmd /c \"C:\\Program Files\\cl.exe\" /c a.c", "C:\\Program Files\\cl.exe | | /c a.c"},
+      {"cmd /c \"cd /D C:\\b && cl /c a.c\"", "cd is no compiler"},
+      {"sh -ec \"A=1 ccache g++ -c 'a b.c'\"", "A=1 g++ | | -c a b.c"},
+      {"cmd /c", "No compiler is named"},
+      {"clcache icecc cl /c a.c", "cl | | /c a.c"},
+  };
+  for (const auto& row : rows)
+    ExpectTaken(SplitWords(row.words, Quoting::Windows), row.taken, folder);
 }
 
 TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
@@ -205,8 +302,8 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
        "clang -cc1 -triple t -emit-obj -o O -x cpp-output S"},
       {"cl /Zi /Ii /TP a.c", "cl /Zi /Ii /c /FoO /FdO.pdb /TpS", "cl /Zi /Ii /P /w /FiO /TpS",
        "cl /Zi /c /FoO /FdO.pdb /TpS"},
-      {"clang-cl /Zs /Zi -D A a.c", "clang-cl -fno-crash-diagnostics /Zi -D A /Zs -- S",
-       "clang-cl -fno-crash-diagnostics /Zi -D A /P /w /FiO -- S",
+      {"clang-cl /Zs /Zi -D A a.c", "clang-cl -fno-crash-diagnostics /Zi -D A /Zs S",
+       "clang-cl -fno-crash-diagnostics /Zi -D A /P /w /FiO S",
        "clang-cl -fno-crash-diagnostics /Zi /Zs /TcS"},
   };
   for (const auto& row : rows) {
@@ -217,6 +314,36 @@ TEST(CompileWords, CompileAnySourceAsTheCommandDoesItsOwn) {
               AtBlanks(row.preprocess).size() + 1);
     EXPECT_EQ(Joined(CompileWords(ForPreprocessed(command), "S", "O")), row.preprocessed);
   }
+}
+
+// Who puts a source of its own behind the words takes the last away.
+TEST(CompileWords, EndWithTheSource) {
+  const struct {
+    const char* words;
+    const char* compile;  // without a source
+  } rows[] = {
+      {"gcc -x c a.cpp", "gcc -c -o O -x c|"},
+      {"cl /TC a.cpp", "cl /c /FoO /TC|"},
+      {"clang-cl /Tpa.c", "clang-cl -fno-crash-diagnostics /c /FoO /TP|"},
+      {"clang-cl a.c", "clang-cl -fno-crash-diagnostics /c /FoO --|"},
+      {"cl a.c", "cl /c /FoO|"},
+  };
+  for (const auto& row : rows) {
+    Words words = CompileWords(TakeCommandApart(AtBlanks(row.words), "").command, "", "O");
+    EXPECT_EQ(words.back(), "");
+    words.pop_back();
+    EXPECT_EQ(Joined(words) + '|', row.compile);
+  }
+}
+
+TEST(CompileWords, KeepSourcesFromLookingLikeOptions) {
+  const CompileCommand command = TakeCommandApart({"clang-cl", "/Zi", "a.c"}, "").command;
+  EXPECT_EQ(Joined(CompileWords(command, "C:/b.c", "")),
+            "clang-cl -fno-crash-diagnostics /Zi /c C:/b.c");
+  EXPECT_EQ(Joined(CompileWords(command, "/s/b.c", "")),
+            "clang-cl -fno-crash-diagnostics /Zi /c -- /s/b.c");
+  EXPECT_EQ(Joined(IncludeWords(command, "/s")), "/I /s");
+  EXPECT_EQ(Joined(IncludeWords(TakeCommandApart({"gcc", "a.c"}, "").command, "/s")), "-iquote /s");
 }
 
 // Every short command of these words: it is taken or refused for good, and what is put together
@@ -271,6 +398,44 @@ TEST(SplitWords, FollowsTheRulesOfWhoeverWroteTheText) {
   }
 }
 
+TEST(TestWords, StartWhatTheSuffixSaysOnWindows) {
+  const TempFolder folder;
+  const CurrentFolder current(folder);
+  std::filesystem::create_directory("my tests");
+  for (const char* name : {"a.bat", "a.ps1", "b.Cmd", "c.ps1", "my tests/d.EXE", "e.sh", "f"}) {
+    folder.Write(name, "");
+  }
+  const struct {
+    const char* command;
+    const char* words;  // FOLDER is where the files are
+  } rows[] = {
+      {"a.bat 1 \"2 3\"", "cmd|/d|/c|call|FOLDER/a.bat|1|2 3"},
+      {"a", "cmd|/d|/c|call|FOLDER/a.bat"},
+      {"./b.Cmd", "cmd|/d|/c|call|FOLDER/b.Cmd"},
+      {"a.ps1 -X", "powershell|-NoProfile|-ExecutionPolicy|Bypass|-File|FOLDER/a.ps1|-X"},
+      {"c", "powershell|-NoProfile|-ExecutionPolicy|Bypass|-File|FOLDER/c.ps1"},
+      {"\"my tests/d.EXE\" 4", "FOLDER/my tests/d.EXE|4"},
+      {"e.sh", "sh|FOLDER/e.sh"},
+      {"f", "cmd|/d|/c|FOLDER/f"},
+      {"C:\\gone\\g.exe h", "C:\\gone\\g.exe|h"},
+      {"gone.bat", "cmd|/d|/c|call|gone.bat"},
+      {"findstr /c:\"x y\" p.cpp >nul", "cmd|/d|/c|findstr|/c:x y|p.cpp|>nul"},
+      {"", "cmd|/d|/c"},
+  };
+  for (const auto& row : rows) {
+    std::string expected = row.words;
+    const std::size_t mark = expected.find("FOLDER");
+    const std::string here = std::filesystem::current_path().string();
+    if (mark != std::string::npos) expected.replace(mark, 6, here);
+    std::string words;
+    for (const std::string& word : WindowsTestWords(row.command)) {
+      words += (words.empty() ? "" : "|") + std::filesystem::path(word).generic_string();
+    }
+    EXPECT_EQ(words, std::filesystem::path(expected).generic_string());
+  }
+  EXPECT_EQ(TestWords("gone.bat").size(), ShellQuoting() == Quoting::Windows ? 5U : 3U);
+}
+
 TEST(ResponseFiles, AreReadInAnyEncodingOfUnicode) {
   const TempFolder folder;
   const auto read = [&](const std::string& bytes) {
@@ -290,6 +455,38 @@ TEST(ResponseFiles, AreReadInAnyEncodingOfUnicode) {
   folder.Write("s5", "-O2");
   EXPECT_EQ(ReadResponseFiles({"@s"}, folder.NameOf(""), Quoting::Gnu).complaint.substr(0, 14),
             "Too many respo");
+}
+
+// As CMake writes it there, and as others do. The slashes of what is looked up lean either way.
+TEST(CompilationDatabase, KnowsPathsOfWindowsOnEverySystem) {
+  const TempFolder folder;
+  folder.Write("compile_commands.json", R"([
+{"directory": "C:/Work/b", "file": "C:\\Work\\src\\Pool.cpp", "command":
+ "C:\\PROGRA~1\\VC\\cl.exe  /nologo /TP -DX=\\\"a\\\" \"-DY=a b\" -IC:\\i\\ /FoPool.obj -c C:\\Work\\src\\Pool.cpp"},
+{"directory": "C:\\Work\\b", "file": "..\\src/Main.cpp", "arguments": ["cl", "-DX=\"a\\b\"", "C:\\x y"]},
+{"directory": "\\\\server\\b", "file": "main.cpp", "command": "cl \"a b\\\\\" c"},
+{"directory": "D:/b", "file": "\\main.cpp", "command": "cl @CMakeFiles\\x.rsp"}])");
+  const struct {
+    const char* source;
+    const char* found;  // "folder: word|word", or the complaint's start
+  } rows[] = {
+      {"c:\\work\\SRC\\pool.cpp",
+       "C:/Work/b: C:\\PROGRA~1\\VC\\cl.exe|/nologo|/TP|-DX=\"a\"|-DY=a b|-IC:\\i\\|/FoPool.obj|-c|"
+       "C:\\Work\\src\\Pool.cpp"},
+      {"C:/Work/src/Main.cpp", "C:\\Work\\b: cl|-DX=\"a\\b\"|C:\\x y"},
+      {"C:\\Work\\b\\..\\src\\.\\Main.cpp", "C:\\Work\\b: cl|-DX=\"a\\b\"|C:\\x y"},
+      {"Src\\main.CPP", "C:\\Work\\b: cl|-DX=\"a\\b\"|C:\\x y"},
+      {"\\\\SERVER\\b\\main.cpp", "\\\\server\\b: cl|a b\\|c"},
+      {"d:/main.cpp", "D:/b: cl|@CMakeFiles\\x.rsp"},
+      {"main.cpp", "Several sources end in main.cpp (C:\\Work\\b/..\\src/Main.cpp, "},
+      {"src\\pol.cpp", "src\\pol.cpp is not among the 4 sources of "},
+  };
+  for (const auto& row : rows) {
+    const CommandWords command = FindInDatabase(folder.NameOf(""), row.source);
+    const std::string expected = row.found;
+    const std::string found = Told(command);
+    EXPECT_EQ(command.complaint.empty() ? found : found.substr(0, expected.size()), expected);
+  }
 }
 
 }  // namespace snipwell

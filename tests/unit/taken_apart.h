@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "compile/command_words.h"
 #include "compile/compile_command.h"
 
 namespace snipwell {
@@ -24,6 +25,14 @@ inline std::string TakenApart(const Words& words, const std::string& folder) {
   text += command.compiler + (command.frontEnd ? " -cc1 | " : " | ") + Joined(command.arguments);
   text += (command.arguments.empty() ? "| " : " | ") + command.action + " ";
   return text + (command.language.empty() ? "" : command.language + " ") + command.source;
+}
+
+/// "folder: word|word", or the complaint.
+inline std::string Told(const CommandWords& command) {
+  if (!command.complaint.empty()) return command.complaint;
+  std::string told;
+  for (const std::string& word : command.words) told += (told.empty() ? ": " : "|") + word;
+  return command.folder + told;
 }
 
 }  // namespace snipwell
