@@ -62,6 +62,19 @@ class EditList {
     places[coarse].next = static_cast<std::uint32_t>(places.size());
   }
 
+  /// For edits that go from the end of the program to its start: those that take less than a part
+  /// of the program are left out, unless they are among the last words of it, as it is when their
+  /// turn comes.
+  void LeaveOutSmall(std::size_t parts, std::size_t lastWords) {
+    smallestPart = parts;
+    end = lastWords;
+  }
+  /// True for an edit that is left out of a program of so many words.
+  bool IsLeftOut(std::size_t index, std::size_t size) const {
+    const Range range = (*this)[index].begin()->range;
+    return smallestPart > 0 && range.Size() * smallestPart < size && range.begin + end < size;
+  }
+
   void Remove(Range range) { Replace(range, 0); }
   void Replace(Range range, std::uint32_t text) {
     cuts.push_back({range, text});
@@ -88,6 +101,8 @@ class EditList {
   std::vector<Place> places;
   std::vector<Cut> cuts;  // of all edits
   std::vector<PutIn> texts;
+  std::size_t smallestPart = 0;  // 0 leaves nothing out
+  std::size_t end = 0;
 };
 
 /// Adds the edit that takes `cutsOf(first, last)` of numbers 0 to `count` - 1, and the halves of

@@ -94,7 +94,7 @@ class BodySearch {
 
 void AddHalvedCuts(EditList& edits, const std::vector<Cut>& all) {
   // Where one of a group is needed the others wait for their users to go.
-  constexpr std::size_t kMostGroups = 64;
+  constexpr std::size_t kMostGroups = 16;
   AddHalvedGroups(edits, all.size(), kMostGroups, [&](std::size_t first, std::size_t last) {
     const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
     return std::vector<Cut>(begin, begin + static_cast<std::ptrdiff_t>(last - first + 1));

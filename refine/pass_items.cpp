@@ -1,8 +1,8 @@
 // Items of every list in halves: all of them, then the later half, then what is left of the halves,
 // down to single ones. An item that has to stay is looked into at once, before those in front of
 // it: what comes later uses what comes before, and the less is left of it, the more of that can
-// go. In a large program, most of which is there because its end includes it, the end goes first
-// by itself.
+// go. In a large program, where each try takes long, small items wait, but not those of its end:
+// most of the rest is there because the end includes it.
 
 #include <algorithm>
 #include <cstddef>
@@ -35,16 +35,6 @@ class Removal {
 
   EditList Edits() {
     if (!lists.empty()) AddList(0);
-    return std::move(edits);
-  }
-
-  /// The edits of the file's last items, as far as they have about so many words.
-  EditList EditsOfEnd(std::uint32_t size) {
-    if (lists.empty() || lists[0].items.empty()) return std::move(edits);
-    const std::vector<Range>& items = lists[0].items;
-    std::size_t first = items.size() - 1;
-    while (first > 0 && items.back().end - items[first - 1].begin <= size) --first;
-    if (items.back().end - items[first].begin <= size) AddItems(0, first, items.size() - 1);
     return std::move(edits);
   }
 
@@ -95,11 +85,14 @@ class Removal {
 
 }  // namespace
 
-EditList RemoveEnd(const Program& program, const Tree& tree) {
-  constexpr std::size_t kParts = 16;
-  constexpr std::size_t kLargeProgram = 20000;
+EditList RemoveLargeItems(const Program& program, const Tree& tree) {
+  constexpr std::size_t kLargeProgram = 2000;
   if (program.Size() < kLargeProgram) return EditList();
-  return Removal(tree).EditsOfEnd(static_cast<std::uint32_t>(program.Size() / kParts));
+  constexpr std::size_t kParts = 64;
+  constexpr std::size_t kEnd = 300;
+  EditList edits = Removal(tree).Edits();
+  edits.LeaveOutSmall(kParts, kEnd);
+  return edits;
 }
 
 EditList RemoveItems(const Program& /*program*/, const Tree& tree) { return Removal(tree).Edits(); }

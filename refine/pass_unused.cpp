@@ -12,8 +12,9 @@ namespace snipwell {
 
 namespace {
 
-// Finer ones are left to the items: each edit takes a walk over all that uses something.
-constexpr std::size_t kMostGroups = 64;
+// Finer ones are left to the items: each edit takes a walk over all that uses something, and where
+// one of a group is needed the others wait for the next round.
+constexpr std::size_t kMostGroups = 16;
 
 std::vector<Cut> CutsOf(const std::vector<Range>& ranges) {
   std::vector<Cut> cuts;
@@ -22,19 +23,6 @@ std::vector<Cut> CutsOf(const std::vector<Range>& ranges) {
 }
 
 }  // namespace
-
-/// Whatever uses them: often the end of a program has come to need nothing of all before it.
-EditList RemoveUnits(const Program& program, const Tree& tree) {
-  EditList edits;
-  const References references(program, tree);
-  const std::size_t count = references.Units().size();
-  AddHalvedGroups(edits, count, kMostGroups, [&](std::size_t first, std::size_t last) {
-    std::vector<bool> staying(count, true);
-    for (std::size_t unit = first; unit <= last; ++unit) staying[unit] = false;
-    return CutsOf(references.Without(staying));
-  });
-  return edits;
-}
 
 EditList RemoveUnused(const Program& program, const Tree& tree) {
   EditList edits;

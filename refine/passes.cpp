@@ -4,10 +4,9 @@ namespace snipwell {
 
 const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
-      {"end", RemoveEnd},
-      {"units", RemoveUnits},
-      {"bodies", RemoveBodies},
-      {"unused", RemoveUnused},
+      {"bodies", RemoveBodies, 0},
+      {"unused", RemoveUnused, 0},
+      {"large items", RemoveLargeItems, 32},
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},
       {"groups unwrapped", UnwrapGroups},
@@ -26,7 +25,7 @@ const std::vector<Pass>& Passes() {
       {"other bodies", MoveBodies},
       {"other types", ReplaceTypes},
       {"pairs", RemovePairs},
-      {"short names", ShortNames, true},
+      {"short names", ShortNames, 0, true},
   };
   return passes;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "refine/edit.h"
@@ -13,6 +14,9 @@ namespace snipwell {
 struct Pass {
   const char* name;
   EditList (*edits)(const Program& program, const Tree& tree);
+  /// Where it takes one of so many parts of a program, the passes begin anew behind it; with 0 they
+  /// never do.
+  std::size_t parts = 4;
   bool renames = false;  ///< it only gives names, so no other pass has more to gain behind it
 };
 
@@ -21,14 +25,12 @@ const std::vector<Pass>& Passes();
 
 // Each with what it makes of a line.
 
-/// The same as for items, but only of the end, and only in a large program.
-EditList RemoveEnd(const Program& program, const Tree& tree);
-/// namespace a { int b; int c; } int d;  ->  namespace a { int b; }
-EditList RemoveUnits(const Program& program, const Tree& tree);
-/// struct A {}; struct B { A a; }; struct C {};  ->  struct C {};
-EditList RemoveUnused(const Program& program, const Tree& tree);
 /// int f() { return 1; } int g() { return 2; }  ->  int f(); int g();
 EditList RemoveBodies(const Program& program, const Tree& tree);
+/// struct A {}; struct B { A a; }; struct C {};  ->  struct C {};
+EditList RemoveUnused(const Program& program, const Tree& tree);
+/// The same as for items, but only the large ones, and only in a large program.
+EditList RemoveLargeItems(const Program& program, const Tree& tree);
 /// int a; int b; int c;  ->  int b;
 EditList RemoveItems(const Program& program, const Tree& tree);
 /// int f(int a) { return a; }  ->  int f() {}  or  int f(int a);

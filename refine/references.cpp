@@ -67,6 +67,14 @@ void References::Declare() {
       if (all.empty() || all.back() != unit) all.push_back(unit);
     }
   }
+  for (std::vector<std::uint32_t>& all : declarers) ForgetCommonFunctions(all);
+}
+
+void References::ForgetCommonFunctions(std::vector<std::uint32_t>& all) const {
+  constexpr std::ptrdiff_t kMost = 4;
+  const auto isFunction = [this](std::uint32_t unit) { return IsFunction(units[unit]); };
+  if (std::count_if(all.begin(), all.end(), isFunction) <= kMost) return;
+  all.erase(std::remove_if(all.begin(), all.end(), isFunction), all.end());
 }
 
 /// True when a word of the unit's own level has this text.
@@ -93,8 +101,8 @@ bool References::IsFunction(Range unit) const {
   return false;
 }
 
-/// The names that a unit may be used by; more than it declares do no harm. A function has none,
-/// but one that is a member stays with its class.
+/// The names that a unit may be used by; more than it declares do no harm. What only adds to a
+/// class, a member that is defined outside or a specialisation, has none.
 std::vector<std::string_view> References::DeclaredNames(Range unit) const {
   std::vector<std::string_view> names;
   const bool isFunction = IsFunction(unit);
@@ -105,8 +113,8 @@ std::vector<std::string_view> References::DeclaredNames(Range unit) const {
     if (isEnum && text == "{" && tree.Opens(at)) AddNames({at, tree.Partner(at)}, names);
     if (IsOneOf(text, {"(", "=", ":"}) && !names.empty()) break;
     if (!Declares(at, unit.end)) continue;
-    const std::string_view name = NameFor(at);
-    if (!isFunction || name != program.Text(at)) names.push_back(name);
+    if (IsMember(at) || IsSpecialised(at)) return {};
+    names.push_back(text);
     if (isFunction) return names;
   }
   if (names.empty() && !isFunction) AddNames(unit, names);
@@ -122,17 +130,19 @@ bool References::Declares(std::uint32_t at, std::uint32_t end) const {
          IsOneOf(program.Text(next), {"(", "{", ";", "=", ":", ",", "[", "final", "__attribute__"});
 }
 
-/// The name itself, or of "a::b" and "a<b>::c", which define members, the first that is no
-/// namespace.
-std::string_view References::NameFor(std::uint32_t at) const {
-  std::string_view name = program.Text(at);
+/// True for "b" of "a::b" and "a<b>::b", unless all in front of it are namespaces.
+bool References::IsMember(std::uint32_t at) const {
   while (at >= 2 && program.Text(at - 1) == "::") {
     at = tree.Previous(at - 1);
     if (at > 0 && program.Text(at) == "<") --at;
     if (program.Words()[at].kind != TokenKind::Name) break;
-    if (namespaces.count(program.Text(at)) == 0) name = program.Text(at);
+    if (namespaces.count(program.Text(at)) == 0) return true;
   }
-  return name;
+  return false;
+}
+
+bool References::IsSpecialised(std::uint32_t at) const {
+  return at + 1 < program.Size() && tree.Opens(at + 1) && program.Text(at + 1) == "<";
 }
 
 void References::AddNames(Range range, std::vector<std::string_view>& names) const {
@@ -147,6 +157,7 @@ void References::FindUses() {
   std::vector<std::uint32_t> lastUser(declarers.size(), UINT32_MAX);
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
     for (std::uint32_t at = units[unit].begin; at < units[unit].end; ++at) {
+      if (at > 0 && IsOneOf(program.Text(at - 1), {".", "->"})) continue;
       const auto name = numbers.find(program.Text(at));
       if (name == numbers.end() || lastUser[name->second] == unit) continue;
       lastUser[name->second] = unit;

@@ -14,14 +14,14 @@ namespace snipwell {
 
 /// What of a file, or of its namespaces, uses what, as far as names tell. Units are the statements
 /// of the file and of namespaces and linkage blocks, which are no units themselves; directives are
-/// none either. A unit uses all that is declared, anywhere, under a name that stands in it, but for
-/// functions: a name that many of them share would hold them all together. So functions are used
-/// by none, members stay with their classes, and for the rest it is more than a unit needs.
+/// none either. A unit uses all that is declared, anywhere, under a name that stands in it, unless
+/// as a member. Functions of a name that many of them share are used by none, for it would hold
+/// them all together, and neither is what only adds to a class: a member that is defined outside,
+/// or a specialisation. The rest is more than a unit needs.
 class References {
  public:
   References(const Program& wholeProgram, const Tree& wholeTree);
 
-  const std::vector<Range>& Units() const { return units; }
   /// The units that no other one uses, in the order of the text.
   const std::vector<std::uint32_t>& Roots() const { return roots; }
   /// Marks the units that are used, by way of others too, by the roots but for those numbered
@@ -42,11 +42,13 @@ class References {
   void AddItem(Range item);
   std::uint32_t ContainerBody(Range item) const;
   void Declare();
+  void ForgetCommonFunctions(std::vector<std::uint32_t>& all) const;
   bool Holds(Range unit, std::string_view text) const;
   bool IsFunction(Range unit) const;
   std::vector<std::string_view> DeclaredNames(Range unit) const;
   bool Declares(std::uint32_t at, std::uint32_t end) const;
-  std::string_view NameFor(std::uint32_t at) const;
+  bool IsMember(std::uint32_t at) const;
+  bool IsSpecialised(std::uint32_t at) const;
   void AddNames(Range range, std::vector<std::string_view>& names) const;
   void FindUses();
   void FindRoots();

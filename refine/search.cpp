@@ -7,10 +7,9 @@ namespace snipwell {
 
 namespace {
 
-/// True when a program has lost so much that the coarse passes are worth another try.
-bool IsMuchLess(std::size_t now, std::size_t before) {
-  constexpr std::size_t kParts = 4;
-  return now < before - before / kParts;
+/// True when a program has lost so much that the passes before this one are worth another try.
+bool IsMuchLess(std::size_t now, std::size_t before, std::size_t parts) {
+  return parts > 0 && now < before - before / parts;
 }
 
 }  // namespace
@@ -23,10 +22,11 @@ Search::Search(Judge& programJudge, Program start, Accepted onAccepted)
 bool Search::Run(const std::vector<Pass>& passes) {
   std::size_t next = 0;
   for (std::size_t idle = 0; idle < passes.size() && !stopped;) {
+    const Pass& pass = passes[next];
     const std::size_t before = program.Size();
-    const bool gained = RunPass(passes[next]);
-    idle = gained && !passes[next].renames ? 0 : idle + 1;
-    next = IsMuchLess(program.Size(), before) ? 0 : (next + 1) % passes.size();
+    const bool gained = RunPass(pass);
+    idle = gained && !pass.renames ? 0 : idle + 1;
+    next = IsMuchLess(program.Size(), before, pass.parts) ? 0 : (next + 1) % passes.size();
   }
   return !stopped;
 }
@@ -58,6 +58,7 @@ bool Search::RunPass(const Pass& pass) {
 /// Asks about the next edits, as if all that are in flight would fail, until no place is free.
 void Search::AskAhead(const EditList& edits, Draft& draft) {
   for (; nextEdit < edits.Size() && !freePlaces.empty(); ++nextEdit) {
+    if (edits.IsLeftOut(nextEdit, size.tokens)) continue;
     draft.Make(nextEdit);
     if (draft.GetSize() < size) AskAbout(nextEdit, draft.Render());
     draft.Undo();
