@@ -31,7 +31,9 @@ Job::Job(const Settings& programSettings)
 }
 
 bool Job::TakeIfItHolds(Form next) {
-  if (!workshop.Holds(next, question)) return false;
+  Question asked = question;
+  if (next.text == form.text) asked.acceptedBy.clear();  // they have accepted it before
+  if (!workshop.Holds(next, asked)) return false;
   form.name = std::move(next.name);
   form.command = std::move(next.command);
   if (next.text != form.text) Take(std::move(next.text));

@@ -10,6 +10,7 @@
 #include "snipwell/failure_naming.h"
 #include "snipwell/input.h"
 #include "snipwell/job.h"
+#include "snipwell/second_compiler.h"
 #include "snipwell/stages.h"
 
 namespace snipwell {
