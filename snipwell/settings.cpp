@@ -1,7 +1,9 @@
 #include "snipwell/settings.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <memory>
 
 #include "platform/machine.h"
@@ -94,7 +96,8 @@ void AddOutput(CLI::App& app, Settings& settings) {
   group.Flag("--resume", settings.resume, "go on from the earlier result");
   group.Add("--html", settings.html, "FILE", "the report as a page");
   group.Add("--json", settings.json, "FILE", "the report for machines");
-  group.Add("--trace", settings.trace, "FILE", "each step: seconds, bytes, tokens, compilations");
+  group.Add("--trace", settings.trace, "FILE",
+            "each step: seconds, bytes, tokens, compilations, pass");
   group.Flag("-q,--quiet", settings.quiet, "say only what went wrong");
   group.Flag("-v,--verbose", settings.verbose, "say more");
 }
@@ -104,7 +107,19 @@ std::optional<int> Complain(const std::string& sentence) {
   return BadUsage;
 }
 
-std::optional<int> RefuseUnusable(const Settings& settings) {
+/// An option behind the compiler, which would get it, that only this program knows; empty when
+/// there is none.
+std::string Misplaced(const CLI::App& app, const std::vector<std::string>& words) {
+  const std::string shared[] = {"--help", "--version", "--quiet", "--verbose"};
+  for (const std::string& word : words) {
+    const std::string name = word.substr(0, word.find('='));
+    if (name.compare(0, 2, "--") != 0 || app.get_option_no_throw(name) == nullptr) continue;
+    if (std::find(std::begin(shared), std::end(shared), name) == std::end(shared)) return word;
+  }
+  return "";
+}
+
+std::optional<int> RefuseUnusable(const CLI::App& app, const Settings& settings) {
   if (settings.words.empty()) {
     return Complain(std::string("what fails? Put it before the command that fails:\n") + kUsage +
                     "snipwell --help tells the options");
@@ -112,6 +127,11 @@ std::optional<int> RefuseUnusable(const Settings& settings) {
   const std::string& first = settings.words.front();
   if (first.size() > 1 && first[0] == '-') {
     return Complain("there is no option " + first + "; snipwell --help tells which there are");
+  }
+  const std::string misplaced = Misplaced(app, settings.words);
+  if (!misplaced.empty()) {
+    return Complain("options of snipwell stand before the compiler: snipwell " + misplaced + ' ' +
+                    first + " ...");
   }
   if (!settings.test.empty() && !settings.wrongCode.empty()) {
     return Complain("--test= and --wrong-code= are two judges: choose one");
@@ -140,7 +160,7 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
   settings.words = app.remaining();
   if (settings.jobs == 0) settings.jobs = platform::Processors();
   if (settings.stages.empty()) settings.stages = DefaultStages();
-  return RefuseUnusable(settings);
+  return RefuseUnusable(app, settings);
 }
 
 }  // namespace snipwell
