@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -217,14 +218,33 @@ TEST(SnipwellWaysIn, CompareTwoBuildsOfAProgram) {
                 "int unused(int a) { return a; }\n"
                 "int main(void) { char c = (char)200; return c < 0; }\n");
   if (Shell(project, "gcc --version >test_out 2>&1") != 0) GTEST_SKIP() << "no gcc is installed";
-  const Outcome outcome = project.Snipwell({"--stages=snip", "--wrong-code=gcc -funsigned-char",
-                                            "gcc", "-fsigned-char", "pool.c", "-o", "pool"},
-                                           kRealPrograms);
+  std::vector<std::string> words = {
+      "--stages=snip", "--wrong-code=gcc -funsigned-char", "gcc", "-fsigned-char", "pool.c", "-o",
+      "pool"};
+  const Outcome outcome = project.Snipwell(words, kRealPrograms);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   const std::string result = project.Read("pool.min.c");
   EXPECT_EQ(Count(result, "return c < 0"), 1U) << result;
   EXPECT_EQ(Count(result, "unused"), 0U) << result;
   EXPECT_EQ(Count(project.Read("pool.report.md"), "Two builds of a program behave in"), 1U);
+  // An earlier result that is no right program, or is one, and the first declaration in it.
+  const char* const programs[] = {
+      "int take(int);",
+      "int take();",
+      "int lost(int a) { if (a) return 1; }",
+      "int printf(const char *, ...); int shown(void) { return printf(\"%s\", 1); }",
+      "int printf(const char *, ...); int shown(char *a) { return printf(\"%s!\", a); }",
+  };
+  words.front() = "--stages=layout";
+  words.insert(words.begin(), "--resume");
+  for (const char* const program : programs) {
+    std::ofstream(project.Folder() / "pool.min.c")
+        << program << "\nint main(void) { " << (Count(program, "(char *a)") ? "shown(0); " : "")
+        << "char c = (char)200; return c < 0; }\n";
+    const Outcome again = project.Snipwell(words, kRealPrograms);
+    EXPECT_EQ(Count(again.err, "does not fail any more"), program == programs[0] ? 0U : 1U)
+        << program << again.err;
+  }
 }
 
 }  // namespace
