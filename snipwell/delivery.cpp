@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include "failure/line_rewriter.h"
 #include "snipwell/exit_status.h"
@@ -26,6 +27,10 @@ std::string WithoutColoursInLines(const std::string& text) {
   std::string plain;
   for (std::string line; std::getline(lines, line);) plain += WithoutColours(line) + '\n';
   return plain;
+}
+
+bool EndsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
 /// The user's own command, for whatever text.
@@ -95,6 +100,32 @@ Words VersionOf(Job& job) {
   return lines;
 }
 
+/// A text without the paths of this run's own folder: of a file in it the name is left, and of
+/// where the output goes nothing.
+std::string WithoutOwnPaths(const std::string& text, const std::string& folder) {
+  const std::string_view before = " -o ";
+  std::string plain;
+  std::size_t copied = 0;
+  for (std::size_t at = 0; (at = text.find(folder + '/', at)) != std::string::npos;) {
+    const std::size_t end = std::min(text.find_first_of(" \n'\":,()", at), text.size());
+    plain.append(text, copied, at - copied);
+    const bool isOutput = EndsWith(plain, before);
+    if (isOutput) plain.erase(plain.size() - before.size());
+    copied = isOutput ? end : text.rfind('/', end) + 1;
+    at = end;
+  }
+  return plain.append(text, copied, std::string::npos);
+}
+
+/// What the compiler has written, as it would for the command that is reported.
+std::string Shown(const std::string& output, const fs::path& folder) {
+  const std::string ownOption = " -fno-crash-diagnostics";
+  std::string text = WithoutOwnPaths(WithoutColoursInLines(output), folder.string());
+  const std::size_t at = text.find(ownOption);
+  if (at != std::string::npos) text.erase(at, ownOption.size());
+  return text;
+}
+
 /// Lets the compiler say what it says of the result, with the names of its functions.
 void AddOutput(Job& job) {
   Findings& findings = job.findings;
@@ -109,7 +140,7 @@ void AddOutput(Job& job) {
     source = findings.sourceName;
   }
   const Compiled compiled = job.workshop.Compile(command, source, true);
-  findings.output = WithoutColoursInLines(compiled.output);
+  findings.output = Shown(compiled.output, job.workshop.Folder());
   if (compiled.failure.kind == job.question.failure.kind &&
       compiled.failure.kind == FailureKind::Crash) {
     findings.headline = HeadlineInWords(compiled.failure);
@@ -145,7 +176,8 @@ std::vector<ViewedFile> FilesToView(const Job& job) {
     const fs::path path = fs::path(job.command.folder) / left.name;
     std::error_code error;
     if (left.isSystem || fs::file_size(path, error) > kMostBytes || error) continue;
-    files.push_back({left.name, ReadSource(path.string()), left.lines});
+    const std::string name = WithoutOwnPaths(left.name, job.workshop.Folder().string());
+    files.push_back({name, ReadSource(path.string()), left.lines});
   }
   return files;
 }
@@ -156,6 +188,9 @@ void FillFindings(Job& job) {
   findings.command = job.given;
   findings.reducedCommand = job.IsTest() ? TestForPeople(job) : ForPeople(job);
   findings.origin = RangesOf(LinesLeftIn(job));
+  for (LineRange& range : findings.origin) {
+    range.file = WithoutOwnPaths(range.file, job.workshop.Folder().string());
+  }
   findings.version = kVersion;
   findings.otherCrashes = job.otherCrashes.All();
   findings.compilations = job.workshop.Commands();

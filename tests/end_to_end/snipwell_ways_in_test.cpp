@@ -128,6 +128,7 @@ TEST(SnipwellWaysIn, LeadToTheSameResult) {
     EXPECT_EQ(project.Added(), std::string(row.result) + ' ' + row.report) << outcome.err;
     EXPECT_EQ(project.Read(row.result), kSmallest) << row.report;
     EXPECT_GE(Count(project.Read(row.report), row.reduced), 1U) << project.Read(row.report);
+    EXPECT_EQ(Count(project.Read(row.report), "test_tmp"), 0U) << project.Read(row.report);
   }
 }
 
