@@ -64,10 +64,11 @@ class Job {
   void Remark(const std::string& sentence);
 
  private:
-  void Trace(const std::string& step) const;
+  void Trace(const std::string& step);
 
   std::string title;
   std::vector<Form> milestones;
+  bool hasTraced = false;
 };
 
 }  // namespace snipwell

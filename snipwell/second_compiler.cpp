@@ -155,6 +155,10 @@ void TakeGiven(Job& job) {
   CommandOrComplaint second = TakeCommandApart(words, job.command.folder);
   if (!second.complaint.empty()) throw RunEnd(BadUsage, "--accepted-by=: " + second.complaint);
   const Compiled compiled = job.workshop.Compile(second.command, job.command.source, false);
+  if (!compiled.end.started) {
+    throw RunEnd(Surroundings, "cannot start " + second.command.compiler +
+                                   " of --accepted-by=: is it installed, and its name right?");
+  }
   if (!Succeeded(compiled)) {
     throw RunEnd(CannotHold, "the compiler of --accepted-by= does not accept the source: " +
                                  ReadableLine(compiled.failure.headline));

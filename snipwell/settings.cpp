@@ -53,6 +53,17 @@ class Group {
 /// A check of an option's value that the help does not spell out.
 CLI::Validator Quiet(CLI::Validator check) { return check.description(""); }
 
+CLI::Validator Seconds() {
+  const auto check = [](const std::string& word) -> std::string {
+    constexpr double kMost = 1e9;  // some thirty years
+    double seconds = 0;
+    const bool isNumber = CLI::detail::lexical_cast(word, seconds);
+    if (isNumber && seconds > 0 && seconds <= kMost) return "";
+    return word + " is no number of seconds (above 0, at most 1e9)";
+  };
+  return {check, ""};
+}
+
 void AddWaysIn(CLI::App& app, Settings& settings) {
   Group group(app, "The program");
   group.Add("-p", settings.database, "BUILD", "folder of compile_commands.json");
@@ -76,9 +87,9 @@ void AddLimits(CLI::App& app, Settings& settings) {
   group.Add("-j,--jobs", settings.jobs, "N", "compilations at a time; all processors otherwise")
       ->check(Quiet(CLI::Range(1, 1024)));
   group.Add("--timeout", settings.timeoutSeconds, "SECONDS", "stop then, with the best so far")
-      ->check(Quiet(CLI::PositiveNumber));
+      ->check(Seconds());
   group.Add("--limit", settings.limitSeconds, "SECONDS", "a compilation that takes longer hangs")
-      ->check(Quiet(CLI::PositiveNumber))
+      ->check(Seconds())
       ->capture_default_str();
   group.Add("--launch", settings.launch, "COMMAND", "put before every compilation: srun -n1");
   group.Add("--work", settings.work, "FOLDER", "where the tries are made: a shared disk")
@@ -105,6 +116,17 @@ void AddOutput(CLI::App& app, Settings& settings) {
 std::optional<int> Complain(const std::string& sentence) {
   std::cerr << "snipwell: " << sentence << '\n';
   return BadUsage;
+}
+
+/// An option that lacks its value, which would be the next word; empty when there is none.
+std::string Valueless(const CLI::App& app, int argc, const char* const* argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (word.size() < 3 || word.compare(0, 2, "--") != 0 || word.back() != '=') continue;
+    const std::string name = word.substr(0, word.size() - 1);
+    if (app.get_option_no_throw(name) != nullptr) return word;
+  }
+  return "";
 }
 
 /// An option behind the compiler, which would get it, that only this program knows; empty when
@@ -150,6 +172,8 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
   AddFailure(app, settings);
   AddLimits(app, settings);
   AddOutput(app, settings);
+  const std::string valueless = Valueless(app, argc, argv);
+  if (!valueless.empty()) return Complain(valueless + " lacks its value");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
@@ -158,6 +182,9 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
     return Reduced;
   }
   settings.words = app.remaining();
+  if (!settings.words.empty() && settings.words[0] == "--") {
+    settings.words.erase(settings.words.begin());
+  }
   if (settings.jobs == 0) settings.jobs = platform::Processors();
   if (settings.stages.empty()) settings.stages = DefaultStages();
   return RefuseUnusable(app, settings);
