@@ -172,6 +172,8 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
   // The first that accepts the source does not know what the preprocessor has made of it.
   const std::string lost =
       ErrorOn("", "lost", "arg g++-10\nrun 7\n") + "rule\nnoarg -E\narg g++-10\n";
+  const std::string needsOther = ErrorOn("", "bad", "arg g++-9\nlacks other\n") +
+                                 "rule\nnoarg -E\narg g++-9\n" + ErrorOn("take 7", "no");
   const auto accepted = [](const std::string& other) {
     return "rule\nnoarg -E\narg " + other + "\nwords " + kWanted + '\n' +
            ErrorOn("", "bad", "arg " + other + "\n") + ErrorOn("take 7", "no");
@@ -200,6 +202,16 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
        "accepted by `other++`"},
       {{}, {"g++-9"}, accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
       {{}, {"g++-9"}, warned + accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
+      {{"--stages=snip"},
+       {"g++-9"},
+       needsOther,
+       "\nint take(Pool& pool) {\n\nreturn count + 7;\n}\nint other;",
+       "accepted by `g++-9`"},
+      {{"--stages=snip", "--match=odd"},
+       {},
+       warning,
+       "\nint take(Pool& pool) {\n\nreturn count + 7;\n}",
+       "# odd\n"},
       {{}, {"g++-10", "g++-9"}, lost + accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
   };
   for (const auto& row : rows) {
