@@ -16,8 +16,9 @@ using Words = std::vector<std::string>;
 // Names of functions cost clang a multiple of the crash; places in its modules do as well.
 const char kWithoutSymbols[] = "LLVM_DISABLE_SYMBOLIZATION=1";
 
-/// What has been started elsewhere ends only when its launcher is asked to end.
-double GraceOf(const Words& launcher) { return launcher.empty() ? 0 : 3; }
+/// What has been started elsewhere ends only when its launcher is asked to end; srun can take three
+/// seconds for that.
+double GraceOf(const Words& launcher) { return launcher.empty() ? 0 : 10; }
 
 Words Behind(const Words& launcher, const Words& words) {
   Words all = launcher;
