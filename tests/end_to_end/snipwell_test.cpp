@@ -218,9 +218,13 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
     Project project;
     for (const std::string& name : row.otherCompilers) project.AddCompiler(name);
     project.SetRules(row.rules);
-    const Outcome outcome = project.Reduce(row.options);
+    std::vector<std::string> options = row.options;
+    options.emplace_back("--json=test_json");
+    const Outcome outcome = project.Reduce(options);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(project.Read("pool.min.cpp"), row.result) << row.rules;
+    const auto json = nlohmann::json::parse(project.Read("test_json"));
+    EXPECT_GE(json["compilations"], Count(project.Runs(), "\n")) << row.rules;
     EXPECT_EQ(Count(project.Read("pool.report.md"), row.reported), 1U)
         << row.reported << project.Read("pool.report.md");
   }
