@@ -69,6 +69,7 @@ platform::ChildCommand CommandOf(const CompilerRun& run, const Place& place) {
   command.temporaryFolder = place.temporary.string();
   command.environment = run.environment;
   command.limitSeconds = run.limitSeconds;
+  command.graceSeconds = run.graceSeconds;
   command.memoryBytes = run.memoryBytes;
   return command;
 }

@@ -18,6 +18,7 @@ struct CompilerRun {
   std::string folder;                    ///< current directory; empty means this process's own
   std::vector<std::string> environment;  ///< further variables, "NAME=value"
   double limitSeconds = 0;               ///< 0 means none
+  double graceSeconds = 0;               ///< as in `platform::ChildCommand`
   std::uint64_t memoryBytes = 0;         ///< for each of its processes; 0 means no limit
 };
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "failure/line_rewriter.h"
+#include "failure/output_lines.h"
 
 namespace snipwell {
 
@@ -13,21 +13,18 @@ class WritesLineRun : public CheckRun {
   explicit WritesLineRun(const std::string& wantedText) : text(wantedText) {}
 
   std::optional<bool> Look(const platform::Child& child) override {
-    const std::string& output = child.Output();
-    for (std::size_t end; (end = output.find('\n', read)) != std::string::npos; read = end + 1) {
-      if (HoldsText(output.substr(read, end - read))) return true;
+    while (lines.TakeNext(child.Output())) {
+      if (IsWanted()) return true;
     }
     if (!child.HasEnded()) return std::nullopt;
-    return HoldsText(output.substr(read));
+    return lines.TakeRest(child.Output()) && IsWanted();
   }
 
  private:
-  bool HoldsText(const std::string& line) const {
-    return WithoutColours(line).find(text) != std::string::npos;
-  }
+  bool IsWanted() const { return lines.All().back().find(text) != std::string::npos; }
 
   const std::string& text;
-  std::size_t read = 0;  // bytes that were read as whole lines
+  OutputLines lines;
 };
 
 }  // namespace

@@ -18,9 +18,8 @@ void MakeFresh(const Place& place) {
 }
 
 void Clean(const Place& place) {
-  std::error_code ignored;  // a next program finds its file written over, or says so
-  fs::remove_all(place.folder, ignored);
-  fs::remove_all(place.temporary, ignored);
+  std::error_code ignored;  // no other place is in there
+  fs::remove_all(place.folder.parent_path(), ignored);
 }
 
 void WriteProgram(const fs::path& file, const std::string& program) {
@@ -35,11 +34,7 @@ void WriteProgram(const fs::path& file, const std::string& program) {
 ProcessJudge::ProcessJudge(platform::ChildSet& childSet,
                            std::vector<std::unique_ptr<Check>> allChecks, Settings judgeSettings)
     : children(childSet), checks(std::move(allChecks)), settings(std::move(judgeSettings)) {
-  for (std::size_t i = 0; i < settings.places; ++i) {
-    const fs::path base = settings.folder / std::to_string(i);
-    Seat& seat = seats.emplace_back();
-    seat.place = {base / "program", base / "temporary", base / "program" / settings.programName};
-  }
+  seats.resize(settings.places);
 }
 
 ProcessJudge::~ProcessJudge() {
@@ -53,8 +48,15 @@ void ProcessJudge::Ask(std::size_t place, const std::string& program) {
   StartCheck(seat);
 }
 
+/// A place that no command has had: one that takes its time to end may still be in its own.
+Place ProcessJudge::NextPlace() {
+  const fs::path base = settings.folder / std::to_string(started++);
+  return {base / "program", base / "temporary", base / "program" / settings.programName};
+}
+
 void ProcessJudge::StartCheck(Seat& seat) {
   Check& check = *checks[seat.check];
+  seat.place = NextPlace();
   MakeFresh(seat.place);
   WriteProgram(seat.place.program, seat.program);
   seat.run = check.Run(seat.place);

@@ -56,6 +56,7 @@ class ProcessJudge : public Judge {
     std::unique_ptr<CheckRun> run;
   };
 
+  Place NextPlace();
   void StartCheck(Seat& seat);
   void Leave(Seat& seat);
   void Look(std::size_t index);
@@ -67,6 +68,7 @@ class ProcessJudge : public Judge {
   std::vector<std::unique_ptr<Check>> checks;
   Settings settings;
   std::vector<Seat> seats;
+  std::size_t started = 0;  // commands
   std::deque<Answer> answers;
   std::function<void()> whileWaiting;
   int signal = 0;

@@ -17,8 +17,8 @@ class TestRun : public CheckRun {
 
 }  // namespace
 
-TestHolds::TestHolds(std::vector<std::string> testWords, double limit)
-    : words(std::move(testWords)), limitSeconds(limit) {}
+TestHolds::TestHolds(std::vector<std::string> testWords, double limit, double grace)
+    : words(std::move(testWords)), limitSeconds(limit), graceSeconds(grace) {}
 
 platform::ChildCommand TestHolds::Command(const Place& place) const {
   platform::ChildCommand command;
@@ -26,6 +26,7 @@ platform::ChildCommand TestHolds::Command(const Place& place) const {
   command.folder = place.folder.string();
   command.temporaryFolder = place.temporary.string();
   command.limitSeconds = limitSeconds;
+  command.graceSeconds = graceSeconds;
   return command;
 }
 

@@ -12,8 +12,8 @@ namespace snipwell {
 class TestHolds : public Check {
  public:
   /// `testWords` is the command line of the test. A run that takes longer than the limit does not
-  /// hold; 0 means no limit.
-  TestHolds(std::vector<std::string> testWords, double limit);
+  /// hold; 0 means no limit. The grace is that of `platform::ChildCommand`.
+  TestHolds(std::vector<std::string> testWords, double limit, double grace);
 
   platform::ChildCommand Command(const Place& place) const override;
   std::unique_ptr<CheckRun> Run(const Place& place) override;
@@ -21,6 +21,7 @@ class TestHolds : public Check {
  private:
   std::vector<std::string> words;
   double limitSeconds;
+  double graceSeconds;
 };
 
 }  // namespace snipwell

@@ -19,6 +19,9 @@ struct ChildCommand {
   std::vector<std::string> environment;  ///< further variables, "NAME=value"
   double limitSeconds = 0;               ///< wall time; 0 means no limit
   std::uint64_t memoryBytes = 0;  ///< address space of each of its processes; 0 means no limit
+  /// When it is to end, it is asked to (SIGTERM), and killed so many seconds later. 0: killed at
+  /// once, as always where a system knows no such request.
+  double graceSeconds = 0;
 };
 
 /// How a child ended.
@@ -92,15 +95,16 @@ class ChildSet {
   /// where it is until it is released.
   Child& Start(const ChildCommand& command);
 
-  /// Kills the child and its group. Like any other end, this one is told by a later wait. Nothing
-  /// happens to a child that has ended.
+  /// Kills the child and its group, or asks them to end first. Like any other end, this one is told
+  /// by a later wait. Nothing happens to a child that has ended.
   void Stop(Child& child);
 
   /// Waits until a child has written or ended, this process is sent a signal, or the time is up.
   /// Without a time it comes back at once when no child runs.
   ChildNews Wait(std::optional<double> seconds = std::nullopt);
 
-  /// Forgets a child; one that still runs is ended first.
+  /// Forgets a child; one that still runs is ended first, or asked to end: then later waits and
+  /// the end of the set see to it.
   void Release(Child& child);
 
   /// How many children were started.
@@ -111,6 +115,7 @@ class ChildSet {
 
   Child* Find(long process) const;
   void Finish(Child& child);
+  void Forget();
   std::optional<double> TimeToSleep(std::optional<double> seconds) const;
   void Look(std::optional<double> seconds);
   void CollectEnds();

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <utility>
 
 #include "platform/descriptor.h"
 #include "platform/orphans_posix.h"
@@ -79,6 +80,13 @@ void Poll(std::vector<pollfd>& descriptors, std::optional<double> seconds) {
   }
 }
 
+/// The time so many seconds from now.
+Clock::time_point TimeIn(double seconds) {
+  constexpr double kMost = 1e9;  // the clock counts no further
+  return Clock::now() +
+         std::chrono::duration_cast<Clock::duration>(Seconds(std::min(seconds, kMost)));
+}
+
 }  // namespace
 
 struct Child::Process {
@@ -87,6 +95,17 @@ struct Child::Process {
   std::string temporaryFolder;
   Clock::time_point start;
   std::optional<Clock::time_point> limit;  // none when the end is near anyway
+  double grace = 0;                        // seconds
+  bool isAsked = false;                    // to end
+  bool isReleased = false;                 // nobody knows it any more
+
+  /// Kills it, or asks it to end and sees to it that it does.
+  void End() {
+    if (grace <= 0) return Kill();
+    if (std::exchange(isAsked, true)) return;
+    limit = TimeIn(grace);
+    ::kill(-id, SIGTERM);
+  }
 
   void Kill() {
     limit.reset();
@@ -136,10 +155,12 @@ struct ChildSet::System {
 ChildSet::ChildSet() : system(std::make_unique<System>()) {}
 
 ChildSet::~ChildSet() {
-  for (const auto& child : children) Stop(*child);
   for (const auto& child : children) {
-    if (!child->ended) Finish(*child);
+    Stop(*child);
+    child->process->isReleased = true;
+    if (!child->ended && !child->process->isAsked) Finish(*child);
   }
+  for (Forget(); !children.empty(); Forget()) Look(1);
 }
 
 Child& ChildSet::Start(const ChildCommand& command) {
@@ -150,11 +171,8 @@ Child& ChildSet::Start(const ChildCommand& command) {
   child.end.reason = OpenPipe(process.output, writeEnd);
   process.temporaryFolder = command.temporaryFolder;
   process.start = Clock::now();
-  if (command.limitSeconds > 0) {
-    constexpr double kMost = 1e9;  // the clock counts no further
-    const Seconds limit(std::min(command.limitSeconds, kMost));
-    process.limit = process.start + std::chrono::duration_cast<Clock::duration>(limit);
-  }
+  process.grace = command.graceSeconds;
+  if (command.limitSeconds > 0) process.limit = TimeIn(command.limitSeconds);
   if (child.end.reason == 0) child.end.reason = Spawn(command, writeEnd, process.id);
   child.end.started = child.end.reason == 0;
   if (child.end.started) ++started;
@@ -166,14 +184,20 @@ Child& ChildSet::Start(const ChildCommand& command) {
 void ChildSet::Stop(Child& child) {
   if (child.ended) return;
   child.end.stopped = !child.end.timedOut;
-  child.process->Kill();
+  child.process->End();
 }
 
 void ChildSet::Release(Child& child) {
   Stop(child);
-  if (!child.ended) Finish(child);
-  const auto isIt = [&](const auto& other) { return other.get() == &child; };
-  children.erase(std::find_if(children.begin(), children.end(), isIt));
+  child.process->isReleased = true;
+  if (!child.ended && !child.process->isAsked) Finish(child);
+  Forget();
+}
+
+/// Lets go of those that have ended and that nobody knows any more.
+void ChildSet::Forget() {
+  const auto isGone = [](const auto& child) { return child->ended && child->process->isReleased; };
+  children.erase(std::remove_if(children.begin(), children.end(), isGone), children.end());
 }
 
 ChildNews ChildSet::Wait(std::optional<double> seconds) {
@@ -183,8 +207,9 @@ ChildNews ChildSet::Wait(std::optional<double> seconds) {
         seconds ? std::optional(*seconds - Seconds(Clock::now() - start).count()) : std::nullopt;
     Look(left);
     ChildNews news = TakeNews();
-    const bool runs = std::any_of(children.begin(), children.end(),
-                                  [](const auto& child) { return !child->ended; });
+    const bool runs = std::any_of(children.begin(), children.end(), [](const auto& child) {
+      return !child->ended && !child->process->isReleased;
+    });
     if (!news.children.empty() || news.signal != 0 || (left ? *left <= 0 : !runs)) return news;
   }
 }
@@ -217,16 +242,17 @@ void ChildSet::Finish(Child& child) {
 
 /// How long nothing needs to be looked at, when the caller allows `seconds`.
 std::optional<double> ChildSet::TimeToSleep(std::optional<double> seconds) const {
-  bool runs = false;
+  bool hasToReturn = !seconds;
   for (const auto& child : children) {
-    if (child->hasNews) return 0;
+    const Child::Process& process = *child->process;
+    if (child->hasNews && !process.isReleased) return 0;
     if (child->ended) continue;
-    runs = true;
-    if (!child->process->limit) continue;
-    const double left = Seconds(*child->process->limit - Clock::now()).count();
+    hasToReturn = hasToReturn && process.isReleased;
+    if (!process.limit) continue;
+    const double left = Seconds(*process.limit - Clock::now()).count();
     seconds = std::min(seconds.value_or(left), left);
   }
-  return runs ? seconds : seconds.value_or(0);
+  return hasToReturn ? 0 : seconds;
 }
 
 /// Waits until something happens, at most that long, and takes in what has happened.
@@ -260,17 +286,22 @@ void ChildSet::CollectEnds() {
 void ChildSet::StopOverdue() {
   for (const auto& child : children) {
     if (child->ended || !child->process->limit || Clock::now() < *child->process->limit) continue;
-    child->end.timedOut = true;
-    child->process->Kill();
+    if (child->process->isAsked) {
+      child->process->Kill();
+    } else {
+      child->end.timedOut = true;
+      child->process->End();
+    }
   }
 }
 
 ChildNews ChildSet::TakeNews() {
   ChildNews news;
   for (const auto& child : children) {
-    if (child->hasNews) news.children.push_back(child.get());
+    if (child->hasNews && !child->process->isReleased) news.children.push_back(child.get());
     child->hasNews = false;
   }
+  Forget();
   news.signal = TakeSignal();
   return news;
 }

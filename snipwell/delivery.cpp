@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include "failure/line_rewriter.h"
 #include "snipwell/exit_status.h"
@@ -28,6 +29,10 @@ std::string WithoutColoursInLines(const std::string& text) {
   return plain;
 }
 
+bool EndsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
 /// The user's own command, for whatever text.
 Form AsGiven(const Job& job, Form form) {
   form.command = ForCopies(job.command);
@@ -35,9 +40,12 @@ Form AsGiven(const Job& job, Form form) {
 }
 
 /// Asks a second time before it gives in: there are crashes that vary, and machines that are busy.
+/// What other compilers have to say of the text they have said before.
 bool FailsAsGiven(Job& job, const Form& form) {
   const Form given = AsGiven(job, form);
-  return job.workshop.Holds(given, job.question) || job.workshop.Holds(given, job.question);
+  Question question = job.question;
+  question.acceptedBy.clear();
+  return job.workshop.Holds(given, question) || job.workshop.Holds(given, question);
 }
 
 /// Goes back to the program before when that fails with the user's own command, and the last does
@@ -45,6 +53,7 @@ bool FailsAsGiven(Job& job, const Form& form) {
 void CheckWithOwnCommand(Job& job) {
   const std::size_t most = 2 * job.form.text.size();
   const std::vector<Form>& all = job.Milestones();
+  if (all.size() < 2) return;  // it is the source, whose failure is known
   for (auto form = all.rbegin(); form + 1 < all.rend() && form->text.size() <= most; ++form) {
     if (!FailsAsGiven(job, *form)) continue;
     if (form == all.rbegin()) return;
@@ -91,6 +100,32 @@ Words VersionOf(Job& job) {
   return lines;
 }
 
+/// A text without the paths of this run's own folder: of a file in it the name is left, and of
+/// where the output goes nothing.
+std::string WithoutOwnPaths(const std::string& text, const std::string& folder) {
+  const std::string_view before = " -o ";
+  std::string plain;
+  std::size_t copied = 0;
+  for (std::size_t at = 0; (at = text.find(folder + '/', at)) != std::string::npos;) {
+    const std::size_t end = std::min(text.find_first_of(" \n'\":,()", at), text.size());
+    plain.append(text, copied, at - copied);
+    const bool isOutput = EndsWith(plain, before);
+    if (isOutput) plain.erase(plain.size() - before.size());
+    copied = isOutput ? end : text.rfind('/', end) + 1;
+    at = end;
+  }
+  return plain.append(text, copied, std::string::npos);
+}
+
+/// What the compiler has written, as it would for the command that is reported.
+std::string Shown(const std::string& output, const fs::path& folder) {
+  const std::string ownOption = " -fno-crash-diagnostics";
+  std::string text = WithoutOwnPaths(WithoutColoursInLines(output), folder.string());
+  const std::size_t at = text.find(ownOption);
+  if (at != std::string::npos) text.erase(at, ownOption.size());
+  return text;
+}
+
 /// Lets the compiler say what it says of the result, with the names of its functions.
 void AddOutput(Job& job) {
   Findings& findings = job.findings;
@@ -105,7 +140,7 @@ void AddOutput(Job& job) {
     source = findings.sourceName;
   }
   const Compiled compiled = job.workshop.Compile(command, source, true);
-  findings.output = WithoutColoursInLines(compiled.output);
+  findings.output = Shown(compiled.output, job.workshop.Folder());
   if (compiled.failure.kind == job.question.failure.kind &&
       compiled.failure.kind == FailureKind::Crash) {
     findings.headline = HeadlineInWords(compiled.failure);
@@ -141,7 +176,8 @@ std::vector<ViewedFile> FilesToView(const Job& job) {
     const fs::path path = fs::path(job.command.folder) / left.name;
     std::error_code error;
     if (left.isSystem || fs::file_size(path, error) > kMostBytes || error) continue;
-    files.push_back({left.name, ReadSource(path.string()), left.lines});
+    const std::string name = WithoutOwnPaths(left.name, job.workshop.Folder().string());
+    files.push_back({name, ReadSource(path.string()), left.lines});
   }
   return files;
 }
@@ -152,6 +188,9 @@ void FillFindings(Job& job) {
   findings.command = job.given;
   findings.reducedCommand = job.IsTest() ? TestForPeople(job) : ForPeople(job);
   findings.origin = RangesOf(LinesLeftIn(job));
+  for (LineRange& range : findings.origin) {
+    range.file = WithoutOwnPaths(range.file, job.workshop.Folder().string());
+  }
   findings.version = kVersion;
   findings.otherCrashes = job.otherCrashes.All();
   findings.compilations = job.workshop.Commands();

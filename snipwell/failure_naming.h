@@ -19,8 +19,4 @@ void NameFailure(Job& job);
 /// Writes the lines of the compiler's output that can stand for the failure.
 void ListFailures(Job& job);
 
-/// For an error, finds a compiler that accepts the program: what is left is then still right, and
-/// only the failing compiler wrong. Looks among those that are installed unless one is given.
-void FindSecondCompiler(Job& job);
-
 }  // namespace snipwell

@@ -23,7 +23,6 @@ Job::Job(const Settings& programSettings)
       workshop(programSettings),
       status(std::cerr, LookOf(STDERR_FILENO), VerbosityOf(programSettings),
              SurroundingsOf(STDERR_FILENO)) {
-  if (!settings.trace.empty()) std::ofstream(settings.trace);  // begins anew
   workshop.OnOtherCrash([this](const Failure& failure, const Place& place) {
     if (result) otherCrashes.Note(failure, place, *result);
   });
@@ -31,7 +30,9 @@ Job::Job(const Settings& programSettings)
 }
 
 bool Job::TakeIfItHolds(Form next) {
-  if (!workshop.Holds(next, question)) return false;
+  Question asked = question;
+  if (next.text == form.text) asked.acceptedBy.clear();  // they have accepted it before
+  if (!workshop.Holds(next, asked)) return false;
   form.name = std::move(next.name);
   form.command = std::move(next.command);
   if (next.text != form.text) Take(std::move(next.text));
@@ -74,9 +75,10 @@ void Job::Remark(const std::string& sentence) {
   findings.notes.push_back(sentence);
 }
 
-void Job::Trace(const std::string& step) const {
+void Job::Trace(const std::string& step) {
   if (settings.trace.empty()) return;
-  std::ofstream trace(settings.trace, std::ios::app);
+  std::ofstream trace(settings.trace,
+                      std::exchange(hasTraced, true) ? std::ios::app : std::ios::trunc);
   trace << workshop.Seconds() << '\t' << form.text.size() << '\t' << Program(form.text).Size()
         << '\t' << workshop.Commands() << '\t' << title << (step.empty() ? "" : ": ") << step
         << '\n';

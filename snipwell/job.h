@@ -29,7 +29,9 @@ class Job {
   CompileCommand command;          ///< the same, understood
   Form form;                       ///< the program as it is now
   Question question;               ///< what is asked of it
-  OriginTrail trail;               ///< where its words come from
+  /// Compilers that have not been asked yet whether they accept it, the best last.
+  std::vector<CompileCommand> otherCompilers;
+  OriginTrail trail;  ///< where its words come from
   std::optional<ResultFile> result;
   OtherCrashes otherCrashes;
   Findings findings;            ///< for the report; filled on the way
@@ -62,10 +64,11 @@ class Job {
   void Remark(const std::string& sentence);
 
  private:
-  void Trace(const std::string& step) const;
+  void Trace(const std::string& step);
 
   std::string title;
   std::vector<Form> milestones;
+  bool hasTraced = false;
 };
 
 }  // namespace snipwell

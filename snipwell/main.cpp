@@ -3,6 +3,7 @@
 //   snipwell [OPTIONS] COMPILER [COMPILER OPTIONS] SOURCE
 
 #include <exception>
+#include <filesystem>
 #include <iostream>
 
 #include "snipwell/exit_status.h"
@@ -17,6 +18,10 @@ int main(int argc, char** argv) {
   } catch (const snipwell::RunEnd& end) {
     std::cerr << "snipwell: " << end.what() << '\n';
     return end.Status();
+  } catch (const std::filesystem::filesystem_error& error) {
+    std::cerr << "snipwell: " << error.what()
+              << ": is there room, and the right to? TMPDIR names the folder for the tries\n";
+    return snipwell::Surroundings;
   } catch (const std::exception& error) {
     std::cerr << "snipwell: " << error.what() << '\n';
     return snipwell::Surroundings;

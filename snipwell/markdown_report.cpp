@@ -98,17 +98,21 @@ std::string Compiler(const Findings& findings) {
   return "## Compiler\n\n" + Fenced("text", Joined(findings.compilerVersion));
 }
 
-std::string Reproduction(const Findings& findings) {
-  std::string text = "## How to reproduce\n\n";
-  text += Fenced("sh", CommandLine(findings.reducedCommand));
+std::string Source(const Findings& findings) {
   if (findings.source.size() > kMostSource) {
-    return text + "The source, " + Code(findings.sourceName) + ", is too long to stand here.\n\n";
+    return "The source, " + Code(findings.sourceName) + ", is too long to stand here.\n\n";
   }
-  text += "Source " + Code(findings.sourceName) + ":\n\n";
+  std::string text = "Source " + Code(findings.sourceName) + ":\n\n";
   text += Fenced(LanguageOf(findings.sourceName), findings.source);
   if (ReadableText(findings.source) != findings.source) {
     text += "Some bytes of the source cannot be shown here; the file itself has them.\n\n";
   }
+  return text;
+}
+
+std::string Reproduction(const Findings& findings) {
+  std::string text = "## How to reproduce\n\n";
+  text += Fenced("sh", CommandLine(findings.reducedCommand)) + Source(findings);
   if (!findings.acceptedBy.empty())
     text += "It is accepted by " + Inline(findings.acceptedBy) + ".\n\n";
   return text;

@@ -10,6 +10,7 @@
 #include "snipwell/failure_naming.h"
 #include "snipwell/input.h"
 #include "snipwell/job.h"
+#include "snipwell/second_compiler.h"
 #include "snipwell/stages.h"
 
 namespace snipwell {
@@ -27,6 +28,9 @@ void Understand(Job& job) {
   for (const std::string& remark : input.remarks) job.Remark(remark);
   if (job.settings.list) return;
   job.result.emplace(input.source, job.settings.output, job.settings.force);
+  for (const std::string& file : {job.settings.html, job.settings.json, job.settings.trace}) {
+    job.result->AddFile(file);
+  }
   job.trail.Start({job.form.text, LineMap(job.command.source, job.form.text)});
 }
 

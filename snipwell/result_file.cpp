@@ -21,6 +21,15 @@ std::string WithoutSuffix(const fs::path& path) {
   return (path.parent_path() / path.stem()).string();
 }
 
+bool IsSame(const std::string& file, const std::string& other) {
+  return platform::IsSameFile(file, other) ||
+         fs::absolute(file).lexically_normal() == fs::absolute(other).lexically_normal();
+}
+
+[[noreturn]] void RefuseToWrite(const std::string& fileName) {
+  throw RunEnd(Surroundings, "cannot write " + fileName + ": is there room, and the right to?");
+}
+
 bool IsReport(const std::string& fileName) {
   std::ifstream in(fileName);
   std::string line;
@@ -38,13 +47,32 @@ ResultFile::ResultFile(const std::string& source, const std::string& givenName, 
   if (platform::IsSameFile(name, source)) {
     throw RunEnd(BadUsage, "the result would replace the source: give it another name with -o");
   }
+  names = {source, name, reportName};
   const bool mine = IsReport(reportName);
   hasEarlier = mine && fs::exists(name);
+  mayReplace = mine || mayWriteOver;
   for (const std::string& file : {name, reportName}) {
-    if (mine || mayWriteOver || !fs::exists(file)) continue;
+    if (mayReplace || !fs::exists(file)) continue;
     throw RunEnd(Surroundings, file + " exists and is no result of an earlier run: give another " +
                                    "name with -o, or --force to write over it");
   }
+}
+
+void ResultFile::AddFile(const std::string& fileName) {
+  if (fileName.empty()) return;
+  for (const std::string& other : names) {
+    if (!IsSame(fileName, other)) continue;
+    throw RunEnd(BadUsage, fileName + " is the source, or two things are to be written to it: " +
+                               "give it another name");
+  }
+  const bool existed = fs::exists(fileName);
+  if (!mayReplace && existed && !fs::is_other(fileName)) {
+    throw RunEnd(Surroundings, fileName + " exists and is of no earlier run: give another name, " +
+                                   "or --force to write over it");
+  }
+  if (!std::ofstream(fileName, std::ios::app)) RefuseToWrite(fileName);
+  if (!existed) platform::RemoveFile(fileName);
+  names.push_back(fileName);
 }
 
 std::string ResultFile::NameBeside(const std::string& kind, std::size_t number) const {
@@ -68,7 +96,7 @@ void WriteWhole(const std::string& fileName, const std::string& text) {
   out.close();
   if (out && platform::RenameOver(next, fileName)) return;
   platform::RemoveFile(next);
-  throw RunEnd(Surroundings, "cannot write " + fileName + ": is there room, and the right to?");
+  RefuseToWrite(fileName);
 }
 
 std::string ReadSource(const std::string& fileName) {

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace snipwell {
 
@@ -13,6 +14,10 @@ class ResultFile {
   /// Throws RunEnd when the result is the source itself, or when a file of one of both names is no
   /// earlier result and may not be written over.
   ResultFile(const std::string& source, const std::string& givenName, bool mayWriteOver);
+
+  /// Another file to be written: throws RunEnd as above, when two things would be written to one
+  /// file, or when the system refuses it. An empty name is none.
+  void AddFile(const std::string& fileName);
 
   /// Throws RunEnd when the system refuses; what was there is then as before. The first call also
   /// puts a report there, which tells that it is not finished.
@@ -31,6 +36,8 @@ class ResultFile {
   std::string stem;
   std::string suffix;
   std::string reportName;
+  std::vector<std::string> names;  // of the source and of all that is written
+  bool mayReplace = false;
   bool hasEarlier = false;
   bool marked = false;
 };

@@ -1,23 +1,29 @@
 // For an error, another compiler that accepts the program.
 
+#include "snipwell/second_compiler.h"
+
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
 #include "compile/word_splitting.h"
 #include "platform/machine.h"
 #include "snipwell/exit_status.h"
-#include "snipwell/failure_naming.h"
 #include "snipwell/report_text.h"
 
 namespace snipwell {
 
 namespace {
 
+namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
 
-// Each of those that are asked costs a compilation of the whole source.
+// Of each family. One that is asked costs a compilation of the whole source.
 constexpr std::size_t kMostAsked = 3;
 
 constexpr std::array<std::string_view, 14> kLanguageOptions = {
@@ -32,47 +38,115 @@ bool IsOfLanguage(const CommandOption& option) {
   });
 }
 
-CompileCommand With(const CompileCommand& command, const std::string& compiler) {
+/// Another compiler's command for the program, with this option for its warnings.
+CompileCommand With(const CompileCommand& command, const std::string& compiler,
+                    const std::string& warnings) {
   std::vector<CommandOption> options;
   for (CommandOption& option : Options(command)) {
     if (IsOfLanguage(option)) options.push_back(std::move(option));
   }
-  options.push_back({{"-w"}, false});
+  options.push_back({{warnings}, false});
   CompileCommand other = WithOptions(command, options);
   other.compiler = compiler;
   other.style = StyleOf(compiler);
+  other.frontEnd = false;
   return other;
 }
 
-/// Names of compilers for the program, the most different from the user's first, then the newest.
-Words Candidates(const CompileCommand& command) {
+bool IsCompilerName(const std::string& name) {
+  const auto holds = [&](const char* part) { return name.find(part) != std::string::npos; };
+  return holds("gcc") || holds("g++") || holds("clang");
+}
+
+/// The compiler that is run by this name, links followed; empty when that is not known, as it is
+/// where all names lead to a cache.
+fs::path FileOf(const std::string& program) {
+  const bool hasFolder = program.find('/') != std::string::npos;
+  const char* const path = hasFolder ? "." : std::getenv("PATH");
+  std::istringstream folders(path == nullptr ? "" : path);
+  for (std::string folder; std::getline(folders, folder, ':');) {
+    std::error_code error;
+    const fs::path file = fs::canonical(fs::path(folder) / program, error);
+    if (!error) return IsCompilerName(file.filename().string()) ? file : fs::path();
+  }
+  return {};
+}
+
+/// Adds those of these programs that are installed and that are no others by another name.
+void AddInstalled(Words& names, std::set<fs::path>& files, const Words& programs) {
+  std::size_t added = 0;
+  for (const std::string& program : programs) {
+    if (added == kMostAsked) return;
+    if (!platform::IsProgram(program)) continue;
+    const fs::path file = FileOf(program);
+    if (!file.empty() && !files.insert(file).second) continue;
+    names.push_back(program);
+    ++added;
+  }
+}
+
+/// The compiler as it is called without a version, and its versions from the newest on.
+Words VersionsOf(const std::string& compiler) {
   constexpr int kNewest = 24;
   constexpr int kOldest = 9;
-  const bool isClang = command.style == CompilerStyle::Clang;
-  const char* const gcc = command.isCpp ? "g++" : "gcc";
-  const char* const clang = command.isCpp ? "clang++" : "clang";
-  Words names = {isClang ? gcc : clang};
+  Words names = {compiler};
   for (int version = kNewest; version >= kOldest; --version) {
-    names.push_back(std::string(clang) + '-' + std::to_string(version));
-    names.push_back(std::string(gcc) + '-' + std::to_string(version));
+    names.push_back(compiler + '-' + std::to_string(version));
   }
   return names;
 }
 
-/// The first that accepts the source.
-bool FindInstalled(Job& job) {
-  std::size_t asked = 0;
-  for (const std::string& name : Candidates(job.command)) {
-    if (asked == kMostAsked) break;
-    if (!platform::IsProgram(name) || ProgramName(job.command.compiler) == name) continue;
-    ++asked;
-    const CompileCommand other = With(job.command, name);
-    const Compiled compiled = job.workshop.Compile(other, other.source, false);
-    if (compiled.end.signal != 0 || compiled.end.status != 0 || compiled.end.timedOut) continue;
-    job.question.acceptedBy.push_back(ForCopies(other));
-    return true;
+/// Names of compilers for the program: those that are most likely to understand what the failing
+/// one's preprocessor has made of the headers come first.
+Words Candidates(const CompileCommand& command) {
+  const Words gcc = VersionsOf(command.isCpp ? "g++" : "gcc");
+  const Words clang = VersionsOf(command.isCpp ? "clang++" : "clang");
+  const bool isClang = command.style == CompilerStyle::Clang;
+  const Words& alike = isClang ? clang : gcc;
+  std::set<fs::path> files = {FileOf(command.compiler)};
+  Words names;
+  AddInstalled(names, files, {alike.begin() + 1, alike.end()});
+  AddInstalled(names, files, isClang ? gcc : clang);
+  return names;
+}
+
+bool Succeeded(const Compiled& compiled) {
+  const platform::ChildEnd& end = compiled.end;
+  return end.started && end.signal == 0 && end.status == 0 && !end.timedOut;
+}
+
+/// A function that loses its "return" is an error, unless there are some in the source itself.
+bool AcceptsSource(Job& job, CompileCommand& compiler) {
+  Compiled compiled = job.workshop.Compile(compiler, job.command.source, false);
+  if (compiled.output.find("return-type]") != std::string::npos) {
+    compiler = With(job.command, compiler.compiler, "-w");
+    compiled = job.workshop.Compile(compiler, job.command.source, false);
   }
-  return false;
+  return Succeeded(compiled);
+}
+
+void Choose(Job& job, const CompileCommand& compiler) {
+  job.question.acceptedBy = {ForCopies(compiler)};
+  job.findings.acceptedBy = compiler.compiler;
+  job.Say(compiler.compiler + " accepts the program, and is to accept what is left of it.");
+}
+
+/// The next of those that have not been asked.
+CompileCommand TakeNext(Job& job) {
+  CompileCommand next = std::move(job.otherCompilers.back());
+  job.otherCompilers.pop_back();
+  return next;
+}
+
+void FindInstalled(Job& job) {
+  const Words names = Candidates(job.command);
+  for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    job.otherCompilers.push_back(With(job.command, *name, "-Werror=return-type"));
+  }
+  while (job.question.acceptedBy.empty() && !job.otherCompilers.empty()) {
+    CompileCommand next = TakeNext(job);
+    if (AcceptsSource(job, next)) Choose(job, next);
+  }
 }
 
 void TakeGiven(Job& job) {
@@ -81,27 +155,39 @@ void TakeGiven(Job& job) {
   CommandOrComplaint second = TakeCommandApart(words, job.command.folder);
   if (!second.complaint.empty()) throw RunEnd(BadUsage, "--accepted-by=: " + second.complaint);
   const Compiled compiled = job.workshop.Compile(second.command, job.command.source, false);
-  if (compiled.end.signal != 0 || compiled.end.status != 0 || compiled.end.timedOut) {
+  if (!compiled.end.started) {
+    throw RunEnd(Surroundings, "cannot start " + second.command.compiler +
+                                   " of --accepted-by=: is it installed, and its name right?");
+  }
+  if (!Succeeded(compiled)) {
     throw RunEnd(CannotHold, "the compiler of --accepted-by= does not accept the source: " +
                                  ReadableLine(compiled.failure.headline));
   }
-  job.question.acceptedBy.push_back(ForCopies(second.command));
+  Choose(job, second.command);
 }
 
 }  // namespace
 
 void FindSecondCompiler(Job& job) {
-  const FailureKind kind = job.question.failure.kind;
-  const bool given = !job.settings.acceptedBy.empty();
-  if (given) TakeGiven(job);
-  if (!given && kind == FailureKind::Error && !FindInstalled(job)) {
-    job.findings.notes.emplace_back(
-        "No other compiler of this machine was found to accept the program: the error may be the "
-        "program's own.");
+  if (!job.settings.acceptedBy.empty()) return TakeGiven(job);
+  if (job.question.failure.kind != FailureKind::Error) return;
+  FindInstalled(job);
+  if (!job.question.acceptedBy.empty()) return;
+  job.findings.notes.emplace_back(
+      "No other compiler of this machine was found to accept the program: the error may be the "
+      "program's own.");
+}
+
+/// The form is asked about first: a compiler that does not understand it says so at once.
+bool ChangeSecondCompiler(Job& job, const Form& form) {
+  while (!job.otherCompilers.empty()) {
+    CompileCommand next = TakeNext(job);
+    if (!job.workshop.IsAccepted(form, next, job.question.limitSeconds)) continue;
+    if (!AcceptsSource(job, next)) continue;
+    Choose(job, next);
+    return true;
   }
-  if (job.question.acceptedBy.empty()) return;
-  job.findings.acceptedBy = job.question.acceptedBy.front().compiler;
-  job.Say(job.findings.acceptedBy + " accepts the program, and is to accept what is left of it.");
+  return false;
 }
 
 }  // namespace snipwell

@@ -1,7 +1,9 @@
 #include "snipwell/settings.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <memory>
 
 #include "platform/machine.h"
@@ -51,6 +53,17 @@ class Group {
 /// A check of an option's value that the help does not spell out.
 CLI::Validator Quiet(CLI::Validator check) { return check.description(""); }
 
+CLI::Validator Seconds() {
+  const auto check = [](const std::string& word) -> std::string {
+    constexpr double kMost = 1e9;  // some thirty years
+    double seconds = 0;
+    const bool isNumber = CLI::detail::lexical_cast(word, seconds);
+    if (isNumber && seconds > 0 && seconds <= kMost) return "";
+    return word + " is no number of seconds (above 0, at most 1e9)";
+  };
+  return {check, ""};
+}
+
 void AddWaysIn(CLI::App& app, Settings& settings) {
   Group group(app, "The program");
   group.Add("-p", settings.database, "BUILD", "folder of compile_commands.json");
@@ -74,9 +87,9 @@ void AddLimits(CLI::App& app, Settings& settings) {
   group.Add("-j,--jobs", settings.jobs, "N", "compilations at a time; all processors otherwise")
       ->check(Quiet(CLI::Range(1, 1024)));
   group.Add("--timeout", settings.timeoutSeconds, "SECONDS", "stop then, with the best so far")
-      ->check(Quiet(CLI::PositiveNumber));
+      ->check(Seconds());
   group.Add("--limit", settings.limitSeconds, "SECONDS", "a compilation that takes longer hangs")
-      ->check(Quiet(CLI::PositiveNumber))
+      ->check(Seconds())
       ->capture_default_str();
   group.Add("--launch", settings.launch, "COMMAND", "put before every compilation: srun -n1");
   group.Add("--work", settings.work, "FOLDER", "where the tries are made: a shared disk")
@@ -94,7 +107,8 @@ void AddOutput(CLI::App& app, Settings& settings) {
   group.Flag("--resume", settings.resume, "go on from the earlier result");
   group.Add("--html", settings.html, "FILE", "the report as a page");
   group.Add("--json", settings.json, "FILE", "the report for machines");
-  group.Add("--trace", settings.trace, "FILE", "each step: seconds, bytes, tokens, compilations");
+  group.Add("--trace", settings.trace, "FILE",
+            "each step: seconds, bytes, tokens, compilations, pass");
   group.Flag("-q,--quiet", settings.quiet, "say only what went wrong");
   group.Flag("-v,--verbose", settings.verbose, "say more");
 }
@@ -104,7 +118,30 @@ std::optional<int> Complain(const std::string& sentence) {
   return BadUsage;
 }
 
-std::optional<int> RefuseUnusable(const Settings& settings) {
+/// An option that lacks its value, which would be the next word; empty when there is none.
+std::string Valueless(const CLI::App& app, int argc, const char* const* argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (word.size() < 3 || word.compare(0, 2, "--") != 0 || word.back() != '=') continue;
+    const std::string name = word.substr(0, word.size() - 1);
+    if (app.get_option_no_throw(name) != nullptr) return word;
+  }
+  return "";
+}
+
+/// An option behind the compiler, which would get it, that only this program knows; empty when
+/// there is none.
+std::string Misplaced(const CLI::App& app, const std::vector<std::string>& words) {
+  const std::string shared[] = {"--help", "--version", "--quiet", "--verbose"};
+  for (const std::string& word : words) {
+    const std::string name = word.substr(0, word.find('='));
+    if (name.compare(0, 2, "--") != 0 || app.get_option_no_throw(name) == nullptr) continue;
+    if (std::find(std::begin(shared), std::end(shared), name) == std::end(shared)) return word;
+  }
+  return "";
+}
+
+std::optional<int> RefuseUnusable(const CLI::App& app, const Settings& settings) {
   if (settings.words.empty()) {
     return Complain(std::string("what fails? Put it before the command that fails:\n") + kUsage +
                     "snipwell --help tells the options");
@@ -112,6 +149,11 @@ std::optional<int> RefuseUnusable(const Settings& settings) {
   const std::string& first = settings.words.front();
   if (first.size() > 1 && first[0] == '-') {
     return Complain("there is no option " + first + "; snipwell --help tells which there are");
+  }
+  const std::string misplaced = Misplaced(app, settings.words);
+  if (!misplaced.empty()) {
+    return Complain("options of snipwell stand before the compiler: snipwell " + misplaced + ' ' +
+                    first + " ...");
   }
   if (!settings.test.empty() && !settings.wrongCode.empty()) {
     return Complain("--test= and --wrong-code= are two judges: choose one");
@@ -130,6 +172,8 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
   AddFailure(app, settings);
   AddLimits(app, settings);
   AddOutput(app, settings);
+  const std::string valueless = Valueless(app, argc, argv);
+  if (!valueless.empty()) return Complain(valueless + " lacks its value");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
@@ -138,9 +182,12 @@ std::optional<int> ParseSettings(int argc, const char* const* argv, Settings& se
     return Reduced;
   }
   settings.words = app.remaining();
+  if (!settings.words.empty() && settings.words[0] == "--") {
+    settings.words.erase(settings.words.begin());
+  }
   if (settings.jobs == 0) settings.jobs = platform::Processors();
   if (settings.stages.empty()) settings.stages = DefaultStages();
-  return RefuseUnusable(settings);
+  return RefuseUnusable(app, settings);
 }
 
 }  // namespace snipwell

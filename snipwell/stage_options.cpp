@@ -25,17 +25,24 @@ bool Take(Job& job, const CommandOptions& options, bool byName) {
   return job.TakeIfItHolds(std::move(next));
 }
 
-/// Takes out the options from `begin` to `end`, or else those of their halves that can go, the
-/// later half first, so that those in front keep their numbers.
+void ReduceHalves(Job& job, CommandOptions& options, std::size_t begin, std::size_t end);
+
+/// Takes out the options from `begin` to `end`, or else those of their halves that can go.
 void Reduce(Job& job, CommandOptions& options, std::size_t begin, std::size_t end) {
   CommandOptions left = Without(options, begin, end);
   if (Take(job, left, false)) {
     options = std::move(left);
-  } else if (end - begin > 1) {
-    const std::size_t middle = begin + (end - begin) / 2;
-    Reduce(job, options, middle, end);
-    Reduce(job, options, begin, middle);
+  } else {
+    ReduceHalves(job, options, begin, end);
   }
+}
+
+/// The later half first, so that the options in front keep their numbers.
+void ReduceHalves(Job& job, CommandOptions& options, std::size_t begin, std::size_t end) {
+  if (end - begin < 2) return;
+  const std::size_t middle = begin + (end - begin) / 2;
+  Reduce(job, options, middle, end);
+  Reduce(job, options, begin, middle);
 }
 
 }  // namespace
@@ -45,7 +52,9 @@ void ReduceOptions(Job& job) {
   if (job.IsTest()) return;
   CommandOptions options = Options(job.form.command);
   if (Take(job, {}, true)) return;
-  if (!job.form.command.language.empty()) Take(job, options, true);
+  if (!job.form.command.language.empty() && !options.empty()) Take(job, options, true);
+  const bool allAreKnown = job.form.command.language.empty();  // to be needed, some of them
+  if (allAreKnown) return ReduceHalves(job, options, 0, options.size());
   if (!options.empty()) Reduce(job, options, 0, options.size());
 }
 

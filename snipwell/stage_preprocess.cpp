@@ -1,12 +1,15 @@
 // The first of these forms that fails in the same way: the preprocessed text without line markers,
 // the same as a system header, the same with its markers, the source as it is. Compilers forgive
 // system headers much that they refuse elsewhere, and without markers nothing is known to be one.
-// Where another compiler has to accept the program, its preprocessor is tried too.
+// Where another compiler has to accept the program, one is looked for that understands the text,
+// and the preprocessor of the one found before is tried too.
 
 #include <filesystem>
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "snipwell/second_compiler.h"
 #include "snipwell/stages.h"
 
 namespace snipwell {
@@ -26,23 +29,32 @@ std::optional<std::string> PreprocessedBy(Job& job, const CompileCommand& compil
   return ReadSource(output.string());
 }
 
+Form Preprocessed(const Job& job, const std::string& text) {
+  Form form = job.form;
+  form.command = ForPreprocessed(job.command);
+  form.text = text;
+  return form;
+}
+
 bool Take(Job& job, const std::string& text, const MappedText& mapped) {
-  Form next = job.form;
-  next.command = ForPreprocessed(job.command);
-  next.text = text;
-  if (!job.TakeIfItHolds(std::move(next))) return false;
+  if (!job.TakeIfItHolds(Preprocessed(job, text))) return false;
   job.trail.Start(mapped);
   job.trail.Follow(text);
   return true;
 }
 
+/// With its markers the text is taken to be what it was; where it is not, it is so in no form.
 bool TakePreprocessedBy(Job& job, const CompileCommand& compiler) {
   const std::optional<std::string> text = PreprocessedBy(job, compiler);
   if (!text) return false;
   const MappedText mapped = WithoutMarkers(*text, job.command.source);
-  return Take(job, mapped.text, mapped) ||
-         Take(job, "# 1 \"" + job.form.name + "\" 3\n" + mapped.text, mapped) ||
-         Take(job, *text, mapped);
+  if (Take(job, mapped.text, mapped)) return true;
+  if (ChangeSecondCompiler(job, Preprocessed(job, mapped.text)) && Take(job, mapped.text, mapped)) {
+    return true;
+  }
+  if (!Take(job, *text, mapped)) return false;
+  Take(job, "# 1 \"" + job.form.name + "\" 3\n" + mapped.text, mapped);
+  return true;
 }
 
 }  // namespace
@@ -50,7 +62,8 @@ bool TakePreprocessedBy(Job& job, const CompileCommand& compiler) {
 void Preprocess(Job& job) {
   if (job.command.compiler.empty() || IsPreprocessed(job.command)) return;
   if (TakePreprocessedBy(job, job.command)) return;
-  for (const CompileCommand& other : job.question.acceptedBy) {
+  const std::vector<CompileCommand> others = job.question.acceptedBy;
+  for (const CompileCommand& other : others) {
     if (TakePreprocessedBy(job, other)) return;
   }
   job.Remark("Preprocessed, the program does not fail in the same way: its includes stay.");

@@ -16,6 +16,10 @@ using Words = std::vector<std::string>;
 // Names of functions cost clang a multiple of the crash; places in its modules do as well.
 const char kWithoutSymbols[] = "LLVM_DISABLE_SYMBOLIZATION=1";
 
+/// What has been started elsewhere ends only when its launcher is asked to end; srun can take three
+/// seconds for that.
+double GraceOf(const Words& launcher) { return launcher.empty() ? 0 : 10; }
+
 Words Behind(const Words& launcher, const Words& words) {
   Words all = launcher;
   all.insert(all.end(), words.begin(), words.end());
@@ -63,6 +67,7 @@ CompilerRun Workshop::RunOf(const CompileCommand& command, double limit,
   run.environment = command.environment;
   run.environment.emplace_back(kWithoutSymbols);
   run.limitSeconds = limit;
+  run.graceSeconds = GraceOf(launcher);
   run.memoryBytes = platform::MemoryBytes() / (settings.jobs + 1);
   return run;
 }
@@ -104,7 +109,8 @@ std::unique_ptr<Check> Workshop::FailureCheck(const Form& form, const Question& 
                                               const Words& launcher) const {
   const Failure& failure = question.failure;
   if (failure.kind == FailureKind::Test) {
-    return std::make_unique<TestHolds>(Behind(launcher, question.test), question.limitSeconds);
+    return std::make_unique<TestHolds>(Behind(launcher, question.test), question.limitSeconds,
+                                       GraceOf(launcher));
   }
   CompilerRun run = RunOf(form.command, question.limitSeconds, launcher);
   if (failure.kind == FailureKind::Line) {

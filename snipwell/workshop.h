@@ -77,7 +77,9 @@ class Workshop {
   /// For whatever a run needs on the way; it goes with the workshop.
   const std::filesystem::path& Folder() const { return folder.Path(); }
   /// Commands that were started.
-  std::size_t Commands() const { return children.Started(); }
+  std::size_t Commands() const { return children.Started() + commandsOfOthers; }
+  /// So many of them were started by other programs that the run has started.
+  void NoteCommandsOfOthers(std::size_t number) { commandsOfOthers = number; }
   /// True when the run has taken as long as it may.
   bool IsTimeUp() const;
   /// Since the start of the run.
@@ -101,6 +103,7 @@ class Workshop {
   platform::TemporaryFolder folder;
   platform::TemporaryFolder tries;
   platform::ChildSet children;
+  std::size_t commandsOfOthers = 0;
   FailsAlike::OtherCrash otherCrash;
   std::function<void()> whileWaiting;
 };

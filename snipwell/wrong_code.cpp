@@ -1,12 +1,16 @@
-// The test is a shell script of three builds, from the one that refuses most to the one that costs
-// most: optimised with warnings as errors, plain, with sanitizers.
+// The test is a shell script, from what refuses most to what costs most: both builds, with warnings
+// as errors, a comparison, a build with sanitizers, a look for reads of what was never written.
+// What the source itself does not stand is left out.
 
 #include "snipwell/wrong_code.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
+#include "compile/compile_command.h"
+#include "platform/machine.h"
 #include "snipwell/exit_status.h"
 #include "snipwell/report_text.h"
 
@@ -33,24 +37,55 @@ const char kStart[] =
 
 const char kEnd[] = "} >/dev/null 2>&1\n";
 
-// What compilers know of undefined behaviour, and of programs that are none.
-const char* const kWarnings[] = {"uninitialized",
-                                 "maybe-uninitialized",
-                                 "sometimes-uninitialized",
-                                 "return-type",
-                                 "implicit-int",
-                                 "implicit-function-declaration",
-                                 "int-conversion",
-                                 "incompatible-pointer-types",
-                                 "format",
-                                 "array-bounds",
-                                 "builtin-declaration-mismatch",
-                                 "strict-prototypes",
-                                 "sequence-point",
-                                 "aggressive-loop-optimizations",
-                                 "shift-overflow"};
+// What both families know of undefined behaviour, and of programs that are none.
+const Words kWarnings = {"uninitialized",
+                         "return-type",
+                         "implicit-int",
+                         "implicit-function-declaration",
+                         "int-conversion",
+                         "incompatible-pointer-types",
+                         "pointer-to-int-cast",
+                         "int-to-pointer-cast",
+                         "main",
+                         "strict-prototypes",
+                         "format",
+                         "nonnull",
+                         "varargs",
+                         "array-bounds",
+                         "div-by-zero",
+                         "overflow",
+                         "shift-count-negative",
+                         "shift-count-overflow",
+                         "shift-negative-value",
+                         "free-nonheap-object",
+                         "infinite-recursion",
+                         "sizeof-pointer-memaccess",
+                         "strict-aliasing"};
+const Words kGccWarnings = {"maybe-uninitialized",
+                            "missing-parameter-type",
+                            "builtin-declaration-mismatch",
+                            "format-overflow",
+                            "stringop-overflow",
+                            "stringop-overread",
+                            "aggressive-loop-optimizations",
+                            "null-dereference",
+                            "sequence-point",
+                            "shift-overflow",
+                            "return-local-addr",
+                            "restrict",
+                            "clobbered",
+                            "dangling-pointer",
+                            "use-after-free"};
+const Words kClangWarnings = {"sometimes-uninitialized",
+                              "conditional-uninitialized",
+                              "incompatible-library-redeclaration",
+                              "unsequenced",
+                              "return-stack-address",
+                              "integer-overflow",
+                              "fortify-source"};
 
 const Words kSanitizers = {"-w", "-fsanitize=address,undefined", "-fno-sanitize-recover=all"};
+const Words kMemorySanitizer = {"-w", "-fsanitize=memory", "-fno-sanitize-recover=all"};
 
 /// The words of a build, without what says where its output goes.
 Words BuildWords(const Words& words) {
@@ -88,47 +123,93 @@ bool Holds(const std::filesystem::path& script, const WrongCode& wrong, const st
   return run.end.started && run.end.signal == 0 && run.end.status == 0;
 }
 
-/// The warnings, as errors, that the build does not bring for the source itself.
-Words UsableWarnings(const WrongCode& wrong, const std::string& file, Workshop& workshop) {
-  const std::filesystem::path script = workshop.Folder() / "warnings.sh";
-  const auto isQuiet = [&](const Words& more) {
-    Write(script, Build(wrong, wrong.words, more, "a"));
-    return Holds(script, wrong, file, workshop);
-  };
-  Words all = {"-Wno-unknown-warning-option"};
-  for (const char* warning : kWarnings) all.push_back(std::string("-Werror=") + warning);
-  if (isQuiet(all)) return all;
-  Words usable;
-  std::copy_if(all.begin(), all.end(), std::back_inserter(usable),
-               [&](const std::string& word) { return isQuiet({word}); });
+bool IsClang(const Words& words) {
+  return TakeCommandApart(words, "").command.style == CompilerStyle::Clang;
+}
+
+/// All warnings of the compiler, as errors.
+Words AllWarnings(const Words& words) {
+  Words options;
+  const Words& own = IsClang(words) ? kClangWarnings : kGccWarnings;
+  for (const Words* names : {&kWarnings, &own}) {
+    for (const std::string& name : *names) options.push_back("-Werror=" + name);
+  }
+  return options;
+}
+
+/// Those options with which the build still takes the source itself.
+Words Usable(const Words& options, const std::function<bool(const Words&)>& isTaken) {
+  if (isTaken(options)) return options;
+  if (options.size() < 2) return {};
+  const auto middle = options.begin() + static_cast<std::ptrdiff_t>(options.size() / 2);
+  Words usable = Usable({options.begin(), middle}, isTaken);
+  const Words others = Usable({middle, options.end()}, isTaken);
+  usable.insert(usable.end(), others.begin(), others.end());
   return usable;
 }
 
+Words UsableWarnings(const WrongCode& wrong, const Words& words, const std::string& file,
+                     Workshop& workshop) {
+  const std::filesystem::path script = workshop.Folder() / "warnings.sh";
+  return Usable(AllWarnings(words), [&](const Words& more) {
+    Write(script, Build(wrong, words, more, "a"));
+    return Holds(script, wrong, file, workshop);
+  });
+}
+
+// What compilers make of a printed null pointer is undefined.
+const char kRefuseNull[] = "grep -qF '(null)' \"$built/b.out\" && exit 1\n";
 const char kCompare[] = "cmp -s \"$built/a.out\" \"$built/b.out\" && exit 1\n";
-const char kCompareChecked[] = "cmp -s \"$built/b.out\" \"$built/checked.out\"\n";
+const char kValgrind[] =
+    "timeout 60 valgrind -q --error-exitcode=99 \"$built/b\"\n[ $? -ne 99 ] || exit 1\n";
+
+/// Builds the program once more, which is to do what the second build does.
+std::string Checked(const WrongCode& wrong, const Words& words, const Words& more) {
+  return Build(wrong, words, more, "checked") +
+         "cmp -s \"$built/b.out\" \"$built/checked.out\" || exit 1\n";
+}
+
+/// Refuses programs that read what they have never written.
+std::string MemoryCheck(const WrongCode& wrong) {
+  for (const Words* words : {&wrong.otherWords, &wrong.words}) {
+    if (IsClang(*words)) return Checked(wrong, *words, kMemorySanitizer);
+  }
+  return platform::IsProgram("valgrind") ? kValgrind : "exit 1\n";
+}
 
 }  // namespace
 
 std::vector<std::string> WrongCodeTest(const WrongCode& wrong, const std::string& file,
                                        Workshop& workshop, std::vector<std::string>& missing) {
   const std::filesystem::path script = workshop.Folder() / "wrong-code.sh";
-  const Words warnings = UsableWarnings(wrong, file, workshop);
-  const std::string differing = Build(wrong, wrong.words, warnings, "a") +
-                                Build(wrong, wrong.otherWords, {"-w"}, "b") + kCompare;
-  const Words command = {"/bin/sh", script.string(), wrong.name};
-  Write(script,
-        differing + Build(wrong, wrong.otherWords, kSanitizers, "checked") + kCompareChecked);
-  if (Holds(script, wrong, file, workshop)) return command;
-  Write(script, differing + "exit 0\n");
-  if (!Holds(script, wrong, file, workshop)) {
+  std::string body;
+  const auto holdsWith = [&](const std::string& more) {
+    Write(script, body + more + "exit 0\n");
+    const bool holds = Holds(script, wrong, file, workshop);
+    if (holds) body += more;
+    return holds;
+  };
+  const auto build = [&](const Words& words, const char* name) {
+    return Build(wrong, words, UsableWarnings(wrong, words, file, workshop), name);
+  };
+  if (!holdsWith(build(wrong.words, "a") + build(wrong.otherWords, "b") + kCompare)) {
     throw RunEnd(DoesNotFail,
                  "both commands build a program that prints and returns the same, "
                  "or one of them cannot build it");
   }
-  missing.emplace_back(
-      "The sanitizers complain of the source itself, or are not installed: undefined behaviour is "
-      "refused only where the compiler warns of it.");
-  return command;
+  holdsWith(kRefuseNull);
+  if (!holdsWith(Checked(wrong, wrong.otherWords, kSanitizers))) {
+    missing.emplace_back(
+        "The sanitizers complain of the source itself, or are not installed: undefined behaviour "
+        "is refused only where the compiler warns of it.");
+  }
+  if (!holdsWith(MemoryCheck(wrong))) {
+    missing.emplace_back(
+        "Neither clang's memory sanitizer nor valgrind could be used: a program that reads what it "
+        "has never written is refused only where the compiler warns of it.");
+  }
+  Write(script, body + "exit 0\n");
+  return {"/bin/sh", script.string(), wrong.name};
 }
 
 }  // namespace snipwell

@@ -18,8 +18,8 @@ struct WrongCode {
 /// Writes the test for such programs into the workshop's folder, and returns the command that runs
 /// it in a program's folder: both commands build the program, what they build ends in time, and
 /// then prints or returns different things. Of undefined behaviour it refuses what compilers warn
-/// of and sanitizers find, as far as they have no complaint about the source itself; `file` is the
-/// path of that. What cannot be used so is told in `missing`, in sentences.
+/// of, and what sanitizers and valgrind find, as far as they have no complaint about the source
+/// itself; `file` is the path of that. What cannot be used so is told in `missing`, in sentences.
 std::vector<std::string> WrongCodeTest(const WrongCode& wrong, const std::string& file,
                                        Workshop& workshop, std::vector<std::string>& missing);
 

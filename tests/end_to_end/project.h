@@ -31,7 +31,7 @@ class Project {
   /// Makes folders too.
   void Write(const std::string& name, const std::string& text);
   void WriteProgram(const std::string& name, const std::string& text);
-  /// Makes a program of PATH known by another name, in "test_bin".
+  /// Puts a copy of a test program into "test_bin" under this name.
   void AddCompiler(const std::string& name, const std::string& program = "fake_g++");
   void SetRules(const std::string& rules) { Write("test_rules", rules); }
 

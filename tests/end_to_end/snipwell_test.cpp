@@ -79,6 +79,18 @@ TEST(Snipwell, EndsWithAStatusThatTellsWhy) {
       {{"fake_g++", "-c"}, fails, 2, "source"},
       {{"fake_g++", "-c", "pool.cpp", "b.cpp"}, fails, 2, "compiles 2 sources (pool.cpp, b.cpp)"},
       {{"fake_g++", "pool.o", "-o", "pool"}, fails, 2, "add -c and name the one that fails"},
+      {{"fake_g++", "-c", "pool.cpp", "--html=x"},
+       fails,
+       2,
+       "compiler: snipwell --html=x fake_g++"},
+      {with("--html=pool.cpp"), fails, 2,
+       "pool.cpp is the source, or two things are to be written"},
+      {with("--trace=pool.min.cpp"), fails, 2, "two things are to be written to it: give it"},
+      {with("--json=pool.h"), fails, 4, "pool.h exists and is of no earlier run: give another"},
+      {with("--html=nowhere/x"), fails, 4, "cannot write nowhere/x: is there room"},
+      {with("--match="), fails, 2, "--match= lacks its value"},
+      {with("--limit=nan"), fails, 2, "nan is no number of seconds (above 0"},
+      {with("--accepted-by=nowhere"), fails, 4, "cannot start nowhere of --accepted-by="},
       {with("--nonsense"), fails, 2, "no option --nonsense; snipwell --help tells"},
       {{"--test=x", "--wrong-code=y", "pool.cpp"}, fails, 2, "choose one"},
       {{"--test=x", "pool.cpp", "b.cpp"}, fails, 2, "one source and no more"},
@@ -155,41 +167,64 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
   const std::string afterError =
       CrashOn("int take ( ) 7", "f") + CrashOn("take", "f", "err {file}:1:1: error: what?\n");
   const std::string flaky = CrashOn("take count", "f") + CrashOn("take", "f", "even\n");
+  const std::string warned =
+      ErrorOn("", "lost [-Werror=return-type]", "arg g++-9\narg -Werror=return-type\n");
+  // The first that accepts the source does not know what the preprocessor has made of it.
+  const std::string lost =
+      ErrorOn("", "lost", "arg g++-10\nrun 7\n") + "rule\nnoarg -E\narg g++-10\n";
+  const std::string needsOther = ErrorOn("", "bad", "arg g++-9\nlacks other\n") +
+                                 "rule\nnoarg -E\narg g++-9\n" + ErrorOn("take 7", "no");
   const auto accepted = [](const std::string& other) {
     return "rule\nnoarg -E\narg " + other + "\nwords " + kWanted + '\n' +
            ErrorOn("", "bad", "arg " + other + "\n") + ErrorOn("take 7", "no");
   };
   const struct {
     std::vector<std::string> options;
-    const char* secondCompiler;  // in PATH
+    std::vector<std::string> otherCompilers;  // in PATH
     std::string rules;
     const char* result;
     const char* reported;
   } rows[] = {
-      {{"--match=odd"}, "", warning, "take 7\n", "# odd\n"},
-      {{"--match", "at pool.cc"}, "", CrashOn("take", "f"), "take\n", "writes a certain line.\n"},
-      {{}, "", afterError, "int take() 7\n", "# internal compiler error: in f, at pool.cc:70"},
-      {{"--allow-errors"}, "", afterError, "take\n", "error: what?\n"},
+      {{"--match=odd"}, {}, warning, "take 7\n", "# odd\n"},
+      {{"--match", "at pool.cc"}, {}, CrashOn("take", "f"), "take\n", "writes a certain line.\n"},
+      {{}, {}, afterError, "int take() 7\n", "# internal compiler error: in f, at pool.cc:70"},
+      {{"--allow-errors"}, {}, afterError, "take\n", "error: what?\n"},
       {{"--repeat=2", "--stages=refine"},
-       "",
+       {},
        flaky,
        "take count",
        "\nfake_g++ -O2 -c pool.min.cpp\n"},
-      {{}, "", accepted("other++"), "take 7\n", "No other compiler of this machine was found"},
+      {{}, {}, accepted("other++"), "take 7\n", "No other compiler of this machine was found"},
       {{"--accepted-by=other++ -c"},
-       "other++",
+       {"other++"},
        accepted("other++"),
        kSmallest,
        "accepted by `other++`"},
-      {{}, "g++-9", accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
+      {{}, {"g++-9"}, accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
+      {{}, {"g++-9"}, warned + accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
+      {{"--stages=snip"},
+       {"g++-9"},
+       needsOther,
+       "\nint take(Pool& pool) {\n\nreturn count + 7;\n}\nint other;",
+       "accepted by `g++-9`"},
+      {{"--stages=snip", "--match=odd"},
+       {},
+       warning,
+       "\nint take(Pool& pool) {\n\nreturn count + 7;\n}",
+       "# odd\n"},
+      {{}, {"g++-10", "g++-9"}, lost + accepted("g++-9"), kSmallest, "accepted by `g++-9`"},
   };
   for (const auto& row : rows) {
     Project project;
-    if (*row.secondCompiler != '\0') project.AddCompiler(row.secondCompiler);
+    for (const std::string& name : row.otherCompilers) project.AddCompiler(name);
     project.SetRules(row.rules);
-    const Outcome outcome = project.Reduce(row.options);
+    std::vector<std::string> options = row.options;
+    options.emplace_back("--json=test_json");
+    const Outcome outcome = project.Reduce(options);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(project.Read("pool.min.cpp"), row.result) << row.rules;
+    const auto json = nlohmann::json::parse(project.Read("test_json"));
+    EXPECT_GE(json["compilations"], Count(project.Runs(), "\n")) << row.rules;
     EXPECT_EQ(Count(project.Read("pool.report.md"), row.reported), 1U)
         << row.reported << project.Read("pool.report.md");
   }

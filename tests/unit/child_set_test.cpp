@@ -164,6 +164,51 @@ TEST(ChildSet, TellsHowAChildEnded) {
   }
 }
 
+/// A child that is asked to end as it is, and what it does about that.
+ChildCommand Asked(const std::string& trap, double limit, double grace) {
+  ChildCommand command = Shell("trap '" + trap + "' TERM; echo ready; while :; do sleep 0.1; done");
+  command.limitSeconds = limit;
+  command.graceSeconds = grace;
+  return command;
+}
+
+TEST(ChildSet, AsksAChildToEndBeforeItIsKilled) {
+  const struct {
+    ChildCommand command;
+    std::string end;
+  } rows[] = {
+      {Asked("exit 3", 0, 60), "status 3, stopped"},
+      {Asked("exit 3", 0.3, 60), "status 3, timed out"},
+      {Asked("echo no", 0, 0.3), "signal 9, stopped"},
+      {Asked("echo no", 0.3, 0.3), "signal 9, timed out"},
+  };
+  ChildSet set;
+  for (const auto& row : rows) {
+    Child& child = set.Start(row.command);
+    while (child.Output().empty()) set.Wait();
+    if (row.command.limitSeconds == 0) set.Stop(child);
+    Await(set, {&child});
+    EXPECT_EQ(Ended(child.End()), row.end);
+  }
+}
+
+// Nobody waits for one that is released: not a wait, but the end of the set.
+TEST(ChildSet, SeesToTheEndOfAReleasedChild) {
+  const TempFolder folder;
+  const std::string lasting = "setsid sleep 60 & echo $! >>" + folder.NameOf("left") + "; ";
+  for (const char* trap : {"exit", "echo no"}) {
+    ChildSet set;
+    ChildCommand command = Asked(trap, 0, 0.3);
+    command.arguments.back() = lasting + command.arguments.back();
+    Child& child = set.Start(command);
+    while (child.Output().empty()) set.Wait();
+    set.Release(child);
+    EXPECT_TRUE(set.Wait().children.empty());
+    EXPECT_NE(folder.Read("left"), "");
+  }
+  EXPECT_EQ(Running(folder.Read("left")), 0);
+}
+
 // One that writes without end keeps neither the others' ends nor a signal from being noticed.
 TEST(ChildSet, HearsEverybodyWhileOneWritesWithoutEnd) {
   ChildSet set;

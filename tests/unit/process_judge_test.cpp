@@ -141,7 +141,7 @@ TEST_F(ProcessJudgeTest, RunsATestWhereThereIsTheProgramAlone) {
                   "; [ \"$(ls -A)\" = my.x.c ] && [ \"$(cat my.x.c)\" = 'a;' ] && [ $# = 0 ] &&\n"
                   "  [ -z \"$(ls -A $TMPDIR)\" ] && echo b >>my.x.c && mkdir -p d/e $TMPDIR/f\n");
   for (int i = 0; i < 2; ++i) {
-    Add(std::make_unique<TestHolds>(TestWords("sh " + test), 0));
+    Add(std::make_unique<TestHolds>(TestWords("sh " + test), 0, 0));
   }
   Start(1);
   for (int i = 0; i < 2; ++i) EXPECT_EQ(judge->AskNow("a;"), true);

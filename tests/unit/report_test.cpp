@@ -309,6 +309,18 @@ TEST(MarkdownReport, LeavesOutTheMiddleOfALongOutput) {
   EXPECT_EQ(OutlineOf(MarkdownReport(findings)).fenced[2], std::string(999, 'x') + " [...]\n");
 }
 
+TEST(MarkdownReport, LeavesOutALongSourceAlone) {
+  Findings findings;
+  findings.sourceName = "a.cpp";
+  findings.acceptedBy = "g++";
+  findings.source = std::string(50'001, 'a');
+  const std::string report = MarkdownReport(findings);
+  EXPECT_LT(report.size(), 1000U);
+  EXPECT_NE(report.find("`a.cpp`, is too long to stand here.\n\nIt is accepted by `g++`."),
+            std::string::npos)
+      << report;
+}
+
 TEST(ReportText, IsAlwaysReadable) {
   struct {
     std::string text;
