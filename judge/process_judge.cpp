@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <fstream>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
+
+#include "platform/files.h"
 
 namespace snipwell {
 
@@ -18,9 +19,9 @@ void MakeFresh(const Place& place) {
 }
 
 void Clean(const Place& place) {
-  std::error_code ignored;  // a next program finds its file written over, or says so
-  fs::remove_all(place.folder, ignored);
-  fs::remove_all(place.temporary, ignored);
+  // Where something stays, a next program finds its file written over, or says so.
+  platform::RemoveFolder(place.folder.string());
+  platform::RemoveFolder(place.temporary.string());
 }
 
 void WriteProgram(const fs::path& file, const std::string& program) {

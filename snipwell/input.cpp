@@ -62,7 +62,7 @@ Input FromBugReport(const std::string& fileName, const fs::path& folder) {
   input.source = (fs::path(fileName).parent_path() / input.command.source).string();
   input.text = std::move(report.text);
   input.command.source = (folder / input.command.source).string();
-  std::ofstream(input.command.source, std::ios::binary) << input.text;
+  std::ofstream(fs::path(input.command.source), std::ios::binary) << input.text;
   return input;
 }
 

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/shell.h"
 #include "snipwell/exit_status.h"
-#include "snipwell/report_text.h"
 
 namespace snipwell {
 
@@ -68,21 +68,21 @@ std::string Build(const WrongCode& wrong, const Words& words, const Words& more,
                   const std::string& name) {
   std::string line;
   for (const std::string& word : BuildWords(words)) {
-    line += (word == wrong.source ? "\"$source\"" : CommandLine({word})) + ' ';
+    line += (word == wrong.source ? "\"$source\"" : platform::PosixCommand({word})) + ' ';
   }
-  if (!more.empty()) line += CommandLine(more) + ' ';
+  if (!more.empty()) line += platform::PosixCommand(more) + ' ';
   return line + "-o \"$built/" + name + "\" || exit 1\nobserve " + name + " || exit 1\n";
 }
 
 void Write(const std::filesystem::path& file, const std::string& body) {
-  std::ofstream(file) << kStart << body << kEnd;
+  std::ofstream(file, std::ios::binary) << kStart << body << kEnd;
 }
 
 /// Runs the script on the user's own source.
 bool Holds(const std::filesystem::path& script, const WrongCode& wrong, const std::string& file,
            Workshop& workshop) {
   platform::ChildCommand command;
-  command.arguments = {"/bin/sh", script.string(), wrong.name};
+  command.arguments = {platform::PosixShell(), script.string(), wrong.name};
   command.folder = std::filesystem::absolute(file).parent_path().string();
   const Compiled run = workshop.RunToEnd(command);
   return run.end.started && run.end.signal == 0 && run.end.status == 0;
@@ -104,6 +104,12 @@ Words UsableWarnings(const WrongCode& wrong, const std::string& file, Workshop& 
   return usable;
 }
 
+void RefuseWithoutShell() {
+  if (!platform::PosixShell().empty()) return;
+  throw RunEnd(Surroundings,
+               "--wrong-code= needs sh with its tools: put those of Git for Windows into PATH");
+}
+
 const char kCompare[] = "cmp -s \"$built/a.out\" \"$built/b.out\" && exit 1\n";
 const char kCompareChecked[] = "cmp -s \"$built/b.out\" \"$built/checked.out\"\n";
 
@@ -111,11 +117,12 @@ const char kCompareChecked[] = "cmp -s \"$built/b.out\" \"$built/checked.out\"\n
 
 std::vector<std::string> WrongCodeTest(const WrongCode& wrong, const std::string& file,
                                        Workshop& workshop, std::vector<std::string>& missing) {
+  RefuseWithoutShell();
   const std::filesystem::path script = workshop.Folder() / "wrong-code.sh";
   const Words warnings = UsableWarnings(wrong, file, workshop);
   const std::string differing = Build(wrong, wrong.words, warnings, "a") +
                                 Build(wrong, wrong.otherWords, {"-w"}, "b") + kCompare;
-  const Words command = {"/bin/sh", script.string(), wrong.name};
+  const Words command = {platform::PosixShell(), script.string(), wrong.name};
   Write(script,
         differing + Build(wrong, wrong.otherWords, kSanitizers, "checked") + kCompareChecked);
   if (Holds(script, wrong, file, workshop)) return command;

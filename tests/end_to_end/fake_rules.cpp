@@ -11,7 +11,9 @@
 #include <sstream>
 #include <thread>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <unistd.h>
 #endif
 
@@ -107,9 +109,36 @@ void Crash() {
 }
 
 #ifdef _WIN32
-void Litter() {}
-void Signal(const std::string& /*rest*/) {}
+const char kHangs[] = "FAKE_HANGS";  // a variable of a process that is left behind
+
+void Litter() {
+  std::ofstream(std::filesystem::temp_directory_path() /
+                ("litter" + std::to_string(::GetCurrentProcessId())));
+  wchar_t program[MAX_PATH];
+  ::GetModuleFileNameW(nullptr, program, MAX_PATH);
+  ::SetEnvironmentVariableA(kHangs, "1");
+  STARTUPINFOW startup{};
+  PROCESS_INFORMATION process{};
+  ::CreateProcessW(program, nullptr, nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr, nullptr,
+                   &startup, &process);
+}
+
+/// Any of them is Ctrl-Break, the only one that can be sent to one process.
+void Signal(const std::string& rest) {
+  std::istringstream in(rest);
+  int signal = 0;
+  std::string fileName;
+  in >> signal >> fileName;
+  DWORD process = 0;
+  if (std::ifstream(fileName) >> process) ::GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, process);
+}
+
+void HangIfLeftBehind() {
+  if (std::getenv(kHangs) != nullptr) Hang();
+}
 #else
+void HangIfLeftBehind() {}
+
 void Litter() {
   std::ofstream(std::filesystem::temp_directory_path() / ("litter" + std::to_string(::getpid())));
   if (::fork() != 0) return;
@@ -157,6 +186,7 @@ std::string ReadAll(const std::string& fileName) {
 }
 
 std::optional<int> Obey(const std::string& rulesFile, const Compilation& made) {
+  HangIfLeftBehind();
   for (const Rule& rule : ReadRules(rulesFile)) {
     const bool holds =
         std::all_of(rule.begin(), rule.end(), [&](const Line& line) { return Holds(line, made); });

@@ -36,10 +36,12 @@ class Project {
   void SetRules(const std::string& rules) { Write("test_rules", rules); }
 
   /// Runs snipwell in a folder of the project with these arguments. Checks what must never happen.
-  Outcome Snipwell(const std::vector<std::string>& arguments, const std::string& environment = "",
+  Outcome Snipwell(const std::vector<std::string>& arguments,
+                   const std::vector<std::string>& environment = {},
                    const std::string& folder = ".");
   /// The same with "-j1" before the arguments and the usual command behind them.
-  Outcome Reduce(std::vector<std::string> arguments = {}, const std::string& environment = "");
+  Outcome Reduce(std::vector<std::string> arguments = {},
+                 const std::vector<std::string>& environment = {});
 
   /// Names of the files that runs have added, sorted and joined with blanks.
   std::string Added() const;

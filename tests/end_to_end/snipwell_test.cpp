@@ -235,7 +235,7 @@ TEST(Snipwell, RunsTriesWhereAndAsItIsTold) {
   const std::string log = (project.Folder() / "test_log").string();
   const Outcome outcome = project.Reduce(
       {"--work=test_work", "-q", "--stages", "refine", "--launch", "./test_launch ./test_launch"},
-      "TEST_LOG='" + log + "'");
+      {"TEST_LOG=" + log});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(outcome.out, "");

@@ -122,7 +122,7 @@ TEST(SnipwellWaysIn, LeadToTheSameResult) {
   for (const auto& row : rows) {
     Project project;
     Fill(project);
-    const Outcome outcome = project.Snipwell(row.arguments, "", row.folder);
+    const Outcome outcome = project.Snipwell(row.arguments, {}, row.folder);
     EXPECT_EQ(outcome.status, 0) << row.report << '\n' << outcome.err;
     EXPECT_EQ(project.Added(), std::string(row.result) + ' ' + row.report) << outcome.err;
     EXPECT_EQ(project.Read(row.result), kSmallest) << row.report;
@@ -158,7 +158,7 @@ const char kRefusedByClang[] =
     "}\n"
     "int main() { return Make<Pool>(3).size; }\n";
 
-const char kRealPrograms[] = "PATH=/usr/bin:/bin";
+const std::vector<std::string> kRealPrograms = {"PATH=/usr/bin:/bin"};
 
 std::vector<std::string> WordsOf(const std::string& command) {
   std::istringstream in(command);
