@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/shell.h"
+
 namespace snipwell {
 
 namespace {
@@ -101,6 +103,8 @@ class Splitter {
 };
 
 }  // namespace
+
+Quoting UsersQuoting() { return platform::kShellIsPosix ? Quoting::Shell : Quoting::Windows; }
 
 std::vector<std::string> SplitWords(std::string_view text, Quoting quoting) {
   return Splitter(text, quoting).Words();

@@ -13,6 +13,9 @@ enum class Quoting {
   Shell,    ///< POSIX shells: nothing in single quotes is special; nothing is expanded
 };
 
+/// By those of the system's shell, for what users write.
+Quoting UsersQuoting();
+
 /// The words of a text, without the quotes around them. A quote that is not closed ends with the
 /// text; empty quotes are an empty word.
 std::vector<std::string> SplitWords(std::string_view text, Quoting quoting);

@@ -5,6 +5,9 @@
 
 namespace snipwell::platform {
 
+/// True where the system's shell takes a command apart by the rules of POSIX.
+extern const bool kShellIsPosix;
+
 /// The words that run a command line of the user's with the system's shell: sh, on Windows the
 /// command interpreter.
 std::vector<std::string> ShellWords(const std::string& command);

@@ -5,6 +5,8 @@
 
 namespace snipwell::platform {
 
+const bool kShellIsPosix = true;
+
 std::vector<std::string> ShellWords(const std::string& command) {
   return {"/bin/sh", "-c", command};
 }

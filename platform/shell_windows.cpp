@@ -11,6 +11,8 @@
 
 namespace snipwell::platform {
 
+const bool kShellIsPosix = false;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -23,7 +25,7 @@ std::vector<std::string> InterpreterWords() { return {CommandInterpreter(), "/d"
 std::string Quoted(const std::string& word) {
   const auto isPlain = [](char c) {
     const auto byte = static_cast<unsigned char>(c);
-    return std::isalnum(byte) != 0 || std::string_view("_@%+:./-\\").find(c) != std::string::npos;
+    return std::isalnum(byte) != 0 || std::string_view("_@%+=:,./-\\").find(c) != std::string::npos;
   };
   if (std::all_of(word.begin(), word.end(), isPlain)) return QuoteArgument(word);
   const std::string quoted = QuoteArgument(word + ' ');  // a blank brings quotes

@@ -18,23 +18,6 @@ std::wstring Converted(std::string_view text, UINT codePage, DWORD flags) {
   return wide;
 }
 
-/// What std::filesystem makes wide names with. The C++ library's own takes each byte for a
-/// character, but gives names back as UTF-8.
-class NameConversion : public std::codecvt<wchar_t, char, std::mbstate_t> {
- protected:
-  result do_in(state_type& /*state*/, const char* from, const char* fromEnd, const char*& fromNext,
-               wchar_t* to, wchar_t* /*toEnd*/, wchar_t*& toNext) const override {
-    // There is room: no text has more wide characters than bytes.
-    const std::wstring wide = ToWide({from, static_cast<std::size_t>(fromEnd - from)});
-    toNext = std::copy(wide.begin(), wide.end(), to);
-    fromNext = fromEnd;
-    return ok;
-  }
-};
-
-const std::locale kBefore =
-    std::locale::global(std::locale(std::locale::classic(), new NameConversion));
-
 std::wstring FullName(const std::wstring& name) {
   std::wstring full(::GetFullPathNameW(name.c_str(), 0, nullptr, nullptr), L'\0');
   full.resize(
@@ -75,3 +58,21 @@ std::string Variable(const wchar_t* name) {
 }
 
 }  // namespace snipwell::platform
+
+/// Stands in the place of std::codecvt<wchar_t, char, std::mbstate_t>::do_in (see CMakeLists.txt),
+/// with which std::filesystem makes wide names: the C++ library's own takes each byte for a
+/// character, but gives names back as UTF-8. There is room: no text has more wide characters than
+/// bytes.
+extern "C" std::codecvt_base::result WidenName(
+    const void*, std::mbstate_t&, const char*, const char*, const char*&, wchar_t*, wchar_t*,
+    wchar_t*&) asm("__wrap__ZNKSt7codecvtIwciE5do_inERiPKcS3_RS3_PwS5_RS5_");
+extern "C" std::codecvt_base::result WidenName(const void* /*codecvt*/, std::mbstate_t& /*state*/,
+                                               const char* from, const char* fromEnd,
+                                               const char*& fromNext, wchar_t* to,
+                                               wchar_t* /*toEnd*/, wchar_t*& toNext) {
+  const std::wstring wide =
+      snipwell::platform::ToWide({from, static_cast<std::size_t>(fromEnd - from)});
+  toNext = std::copy(wide.begin(), wide.end(), to);
+  fromNext = fromEnd;
+  return std::codecvt_base::ok;
+}

@@ -78,7 +78,7 @@ Input FromTest(const Settings& settings) {
 Input FromWrongCode(const Settings& settings, Workshop& workshop) {
   Input input = FromCommand(settings.words, "");
   const std::string& source = input.command.source;
-  WrongCode wrong = {settings.words, SplitWords(settings.wrongCode, Quoting::Shell), source,
+  WrongCode wrong = {settings.words, SplitWords(settings.wrongCode, UsersQuoting()), source,
                      fs::path(source).filename().string()};
   if (std::count(wrong.otherWords.begin(), wrong.otherWords.end(), source) == 0) {
     wrong.otherWords.push_back(source);

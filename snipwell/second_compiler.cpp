@@ -76,7 +76,7 @@ bool FindInstalled(Job& job) {
 }
 
 void TakeGiven(Job& job) {
-  Words words = SplitWords(job.settings.acceptedBy, Quoting::Shell);
+  Words words = SplitWords(job.settings.acceptedBy, UsersQuoting());
   words.push_back(job.command.source);
   CommandOrComplaint second = TakeCommandApart(words, job.command.folder);
   if (!second.complaint.empty()) throw RunEnd(BadUsage, "--accepted-by=: " + second.complaint);

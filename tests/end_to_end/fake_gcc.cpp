@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 
+#include "platform/arguments.h"
 #include "tests/end_to_end/fake_rules.h"
 
 namespace {
@@ -94,7 +95,7 @@ int Compile(const Compilation& made, const std::string& rules) {
   if (const auto status = snipwell::testing::Obey(rules, made)) return *status;
   const std::string output = ValueOf("-o", made.arguments);
   const bool preprocess = Has("-E", made.arguments);
-  std::ofstream(output, std::ios::binary)
+  std::ofstream(fs::path(output), std::ios::binary)
       << (preprocess ? Preprocessed(made.file, made.arguments, true) : "object");
   return EXIT_SUCCESS;
 }
@@ -104,7 +105,7 @@ int Compile(const Compilation& made, const std::string& rules) {
 int main(int argc, char** argv) {
   const char* const rules = std::getenv("FAKE_GCC");
   Compilation made;
-  made.arguments.assign(argv, argv + argc);
+  made.arguments = snipwell::platform::Arguments(argc, argv).Words();
   made.file = made.arguments.back();
   if (made.file == "-v") return TellVersion();
   made.run = Log((fs::path(rules).parent_path() / "test_runs").string(), made.arguments);

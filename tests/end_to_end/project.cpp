@@ -51,8 +51,10 @@ void Project::Write(const std::string& name, const std::string& text) {
   if (!IsOfTheTest(name)) given[name] = text;
 }
 
-void Project::WriteProgram(const std::string& name, const std::string& text) {
-  Write(name, text);
+void Project::WriteScript(const std::string& name, const std::string& forShell,
+                          const std::string& forInterpreter) {
+  if (kIsWindows) return Write(name + ".bat", forInterpreter);
+  Write(name, forShell);
   fs::permissions(Folder() / name, fs::perms::owner_all, fs::perm_options::add);
 }
 
@@ -80,8 +82,8 @@ Outcome Project::Snipwell(const std::vector<std::string>& arguments,
   start.environment.insert(start.environment.end(), environment.begin(), environment.end());
   Outcome outcome;
   outcome.status = RunTool(Folder() / folder, arguments, start);
-  outcome.out = Read(folder + "/test_out");
-  outcome.err = Read(folder + "/test_err");
+  outcome.out = work.Read(folder + "/test_out");
+  outcome.err = work.Read(folder + "/test_err");
   EXPECT_EQ(Count(outcome.err, "Sanitizer"), 0U) << outcome.err;
   EXPECT_EQ(Count(outcome.err, "\x1b"), 0U) << "no terminal: " << outcome.err;
   ExpectNothingLeft();

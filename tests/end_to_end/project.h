@@ -8,6 +8,13 @@
 
 namespace snipwell::testing {
 
+/// True where the shell is the command interpreter of Windows.
+#ifdef _WIN32
+constexpr bool kIsWindows = true;
+#else
+constexpr bool kIsWindows = false;
+#endif
+
 /// The words that the project's compiler wants, and what is left when nothing else is.
 extern const char kWanted[];
 extern const char kSmallest[];
@@ -30,7 +37,9 @@ class Project {
   bool Exists(const std::string& name) const { return work.Exists(name); }
   /// Makes folders too.
   void Write(const std::string& name, const std::string& text);
-  void WriteProgram(const std::string& name, const std::string& text);
+  /// A script for sh, or for the command interpreter, which wants a name with a suffix.
+  void WriteScript(const std::string& name, const std::string& forShell,
+                   const std::string& forInterpreter);
   /// Makes a program of PATH known by another name, in "test_bin".
   void AddCompiler(const std::string& name, const std::string& program = "fake_g++");
   void SetRules(const std::string& rules) { Write("test_rules", rules); }

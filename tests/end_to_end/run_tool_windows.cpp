@@ -100,7 +100,6 @@ fs::path TestProgramFolder() {
   return fs::path(path).parent_path();
 }
 
-/// With a console of its own, to which Ctrl-Break can be sent.
 int RunTool(const fs::path& folder, const std::vector<std::string>& arguments, const Start& start) {
   if (!start.redirections.empty() || !start.prefix.empty()) {
     throw std::logic_error("there is no POSIX shell here");
@@ -118,8 +117,7 @@ int RunTool(const fs::path& folder, const std::vector<std::string>& arguments, c
   startup.hStdInput = standard[0].Get();
   startup.hStdOutput = standard[1].Get();
   startup.hStdError = standard[2].Get();
-  constexpr DWORD kFlags =
-      CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT | CREATE_NO_WINDOW | CREATE_NEW_PROCESS_GROUP;
+  constexpr DWORD kFlags = CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT;
   PROCESS_INFORMATION process{};
   const bool started =
       ::CreateProcessW(PathOf(start.program).c_str(), line.data(), nullptr, nullptr, TRUE, kFlags,
