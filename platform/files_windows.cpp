@@ -81,32 +81,26 @@ void MakeWritable(const std::wstring& name) {
 /// name because of that. Other names of it are read-only again then.
 class Writable {
  public:
-  explicit Writable(const std::wstring& name)
-      : file(OpenToLook(name, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES,
-                        FILE_FLAG_OPEN_REPARSE_POINT)) {
-    changed = ::GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &before, sizeof before) &&
-              (before.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
-    if (changed) SetAttributes(before.FileAttributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
+  explicit Writable(const std::wstring& name) : before(::GetFileAttributesW(name.c_str())) {
+    if (before == INVALID_FILE_ATTRIBUTES || (before & FILE_ATTRIBUTE_READONLY) == 0) return;
+    MakeWritable(name);
+    file = OpenToLook(name, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES,
+                      FILE_FLAG_OPEN_REPARSE_POINT);
   }
   ~Writable() {
     BY_HANDLE_FILE_INFORMATION now{};
-    if (changed && ::GetFileInformationByHandle(file.Get(), &now) && now.nNumberOfLinks > 0) {
-      SetAttributes(before.FileAttributes);
+    FILE_BASIC_INFO info{};  // times of 0 stay as they are
+    info.FileAttributes = before;
+    if (::GetFileInformationByHandle(file.Get(), &now) != 0 && now.nNumberOfLinks > 0) {
+      ::SetFileInformationByHandle(file.Get(), FileBasicInfo, &info, sizeof info);
     }
   }
   Writable(const Writable&) = delete;
   Writable& operator=(const Writable&) = delete;
 
  private:
-  void SetAttributes(DWORD attributes) const {
-    FILE_BASIC_INFO info{};  // times of 0 stay as they are
-    info.FileAttributes = attributes == 0 ? FILE_ATTRIBUTE_NORMAL : attributes;
-    ::SetFileInformationByHandle(file.Get(), FileBasicInfo, &info, sizeof info);
-  }
-
-  Handle file;
-  FILE_BASIC_INFO before{};
-  bool changed = false;
+  DWORD before;
+  Handle file;  // open when it was read-only
 };
 
 bool Remove(const std::wstring& name) {
