@@ -1,13 +1,9 @@
-# What "cmake --install" puts where. Targets that a system does not have are left out.
+# What "cmake --install" puts where.
 include(GNUInstallDirs)
 
 set(snipwell_data_dir ${CMAKE_INSTALL_DATADIR}/snipwell)
 
-foreach(program snip snip-cc snipwell_program)
-  if(TARGET ${program})
-    install(TARGETS ${program} RUNTIME)
-  endif()
-endforeach()
+install(TARGETS snip snip-cc snipwell_program RUNTIME)
 
 install(FILES README.md NEWS.md packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # A folder of its own, so that the links of the README lead there.

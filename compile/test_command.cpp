@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "compile/word_splitting.h"
+#include "platform/shell.h"
 #include "text/small_letters.h"
 
 namespace snipwell {
@@ -13,20 +14,11 @@ namespace {
 namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? "'\\''" : std::string(1, c);
-  return quoted + '\'';
-}
-
 Words PosixTestWords(const std::string& command) {
   const std::string program = command.substr(0, command.find(' '));
-  std::error_code error;
-  if (program.find('/') == std::string::npos || !fs::exists(program, error)) {
-    return {"/bin/sh", "-c", command};
-  }
-  const std::string rest = command.substr(program.size());
-  return {"/bin/sh", "-c", Quoted(fs::absolute(program).string()) + rest};
+  const std::string path = platform::ProgramForShell(program);
+  if (path.empty()) return platform::ShellWords(command);
+  return platform::ShellWords(platform::ShellCommand({path}) + command.substr(program.size()));
 }
 
 struct Starter {
@@ -78,7 +70,7 @@ Words WindowsTestWords(const std::string& command) {
 }
 
 Words TestWords(const std::string& command) {
-  return ShellQuoting() == Quoting::Windows ? WindowsTestWords(command) : PosixTestWords(command);
+  return platform::kShellIsPosix ? PosixTestWords(command) : WindowsTestWords(command);
 }
 
 }  // namespace snipwell

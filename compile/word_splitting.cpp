@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "platform/shell.h"
+
 namespace snipwell {
 
 namespace {
@@ -103,10 +105,7 @@ class Splitter {
 
 }  // namespace
 
-Quoting ShellQuoting() {
-  const bool isWindows = std::filesystem::path::preferred_separator == '\\';
-  return isWindows ? Quoting::Windows : Quoting::Shell;
-}
+Quoting UsersQuoting() { return platform::kShellIsPosix ? Quoting::Shell : Quoting::Windows; }
 
 std::vector<std::string> SplitWords(std::string_view text, Quoting quoting) {
   return Splitter(text, quoting).Words();

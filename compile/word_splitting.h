@@ -13,8 +13,8 @@ enum class Quoting {
   Shell,    ///< POSIX shells: nothing in single quotes is special; nothing is expanded
 };
 
-/// The rules of this system's shell.
-Quoting ShellQuoting();
+/// By those of the system's shell, for what users write.
+Quoting UsersQuoting();
 
 /// The words of a text, without the quotes around them. A quote that is not closed ends with the
 /// text; empty quotes are an empty word.

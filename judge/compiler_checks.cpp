@@ -1,6 +1,5 @@
 #include "judge/compiler_checks.h"
 
-#include <csignal>
 #include <utility>
 
 #include "failure/failure_reader.h"
@@ -17,7 +16,7 @@ Failure Concluded(FailureReader& reader, const platform::Child& child) {
   if (end.timedOut) return {FailureKind::Hang, "not ended", false};
   const Failure failure =
       reader.Conclude(child.Output(), end.signal, end.signal == 0 && end.status == 0);
-  const bool killed = end.signal == SIGKILL && !reader.IsDecided();
+  const bool killed = end.signal == platform::ChildEnd::kKilled && !reader.IsDecided();
   return killed ? Failure{FailureKind::OutOfMemory, "out of memory", false} : failure;
 }
 

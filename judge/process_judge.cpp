@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <fstream>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
+
+#include "platform/files.h"
 
 namespace snipwell {
 
@@ -18,8 +19,8 @@ void MakeFresh(const Place& place) {
 }
 
 void Clean(const Place& place) {
-  std::error_code ignored;  // no other place is in there
-  fs::remove_all(place.folder.parent_path(), ignored);
+  // Where something stays, a next program finds its file written over, or says so.
+  platform::RemoveFolder(place.folder.parent_path().string());  // no other place is in there
 }
 
 void WriteProgram(const fs::path& file, const std::string& program) {

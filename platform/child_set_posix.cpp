@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <utility>
 
 #include "platform/descriptor.h"
 #include "platform/orphans_posix.h"
@@ -80,38 +79,11 @@ void Poll(std::vector<pollfd>& descriptors, std::optional<double> seconds) {
   }
 }
 
-/// The time so many seconds from now.
-Clock::time_point TimeIn(double seconds) {
-  constexpr double kMost = 1e9;  // the clock counts no further
-  return Clock::now() +
-         std::chrono::duration_cast<Clock::duration>(Seconds(std::min(seconds, kMost)));
-}
-
 }  // namespace
 
 struct Child::Process {
-  pid_t id = -1;
   Descriptor output;  // closed when nobody can write any more
   std::string temporaryFolder;
-  Clock::time_point start;
-  std::optional<Clock::time_point> limit;  // none when the end is near anyway
-  double grace = 0;                        // seconds
-  bool isAsked = false;                    // to end
-  bool isReleased = false;                 // nobody knows it any more
-
-  /// Kills it, or asks it to end and sees to it that it does.
-  void End() {
-    if (grace <= 0) return Kill();
-    if (std::exchange(isAsked, true)) return;
-    limit = TimeIn(grace);
-    ::kill(-id, SIGTERM);
-  }
-
-  void Kill() {
-    limit.reset();
-    ::kill(-id, SIGKILL);
-    ::kill(id, SIGKILL);  // should it have left its group
-  }
 };
 
 Child::Child() : process(std::make_unique<Process>()) {}
@@ -154,84 +126,42 @@ struct ChildSet::System {
 
 ChildSet::ChildSet() : system(std::make_unique<System>()) {}
 
-ChildSet::~ChildSet() {
-  for (const auto& child : children) {
-    Stop(*child);
-    child->process->isReleased = true;
-    if (!child->ended && !child->process->isAsked) Finish(*child);
-  }
-  for (Forget(); !children.empty(); Forget()) Look(1);
-}
+ChildSet::~ChildSet() { EndAll(); }
 
-Child& ChildSet::Start(const ChildCommand& command) {
-  children.push_back(std::unique_ptr<Child>(new Child));
-  Child& child = *children.back();
+int ChildSet::Spawn(Child& child, const ChildCommand& command) {
   Child::Process& process = *child.process;
   Descriptor writeEnd;
-  child.end.reason = OpenPipe(process.output, writeEnd);
+  pid_t id = -1;
+  int reason = OpenPipe(process.output, writeEnd);
   process.temporaryFolder = command.temporaryFolder;
-  process.start = Clock::now();
-  process.grace = command.graceSeconds;
-  if (command.limitSeconds > 0) process.limit = TimeIn(command.limitSeconds);
-  if (child.end.reason == 0) child.end.reason = Spawn(command, writeEnd, process.id);
-  child.end.started = child.end.reason == 0;
-  if (child.end.started) ++started;
-  child.ended = child.hasNews = !child.end.started;
-  if (child.ended) process.output.Close();
-  return child;
+  if (reason == 0) reason = platform::Spawn(command, writeEnd, id);
+  if (reason != 0) process.output.Close();
+  child.id = id;
+  return reason;
 }
 
-void ChildSet::Stop(Child& child) {
-  if (child.ended) return;
-  child.end.stopped = !child.end.timedOut;
-  child.process->End();
+void ChildSet::Kill(Child& child) {
+  const auto process = static_cast<pid_t>(child.id);
+  ::kill(-process, SIGKILL);
+  ::kill(process, SIGKILL);  // should it have left its group
 }
 
-void ChildSet::Release(Child& child) {
-  Stop(child);
-  child.process->isReleased = true;
-  if (!child.ended && !child.process->isAsked) Finish(child);
-  Forget();
-}
-
-/// Lets go of those that have ended and that nobody knows any more.
-void ChildSet::Forget() {
-  const auto isGone = [](const auto& child) { return child->ended && child->process->isReleased; };
-  children.erase(std::remove_if(children.begin(), children.end(), isGone), children.end());
-}
-
-ChildNews ChildSet::Wait(std::optional<double> seconds) {
-  const Clock::time_point start = Clock::now();
-  for (;;) {
-    const std::optional<double> left =
-        seconds ? std::optional(*seconds - Seconds(Clock::now() - start).count()) : std::nullopt;
-    Look(left);
-    ChildNews news = TakeNews();
-    const bool runs = std::any_of(children.begin(), children.end(), [](const auto& child) {
-      return !child->ended && !child->process->isReleased;
-    });
-    if (!news.children.empty() || news.signal != 0 || (left ? *left <= 0 : !runs)) return news;
-  }
-}
-
-Child* ChildSet::Find(long process) const {
-  for (const auto& child : children) {
-    if (!child->ended && child->process->id == process) return child.get();
-  }
-  return nullptr;
+bool ChildSet::AskToEnd(Child& child) {
+  return ::kill(-static_cast<pid_t>(child.id), SIGTERM) == 0;
 }
 
 /// Ends what is left of a child that has ended or has been killed.
 void ChildSet::Finish(Child& child) {
-  child.process->Kill();
-  const int status = Await(child.process->id);
+  Kill(child);
+  const int status = Await(static_cast<pid_t>(child.id));
   if (WIFSIGNALED(status)) child.end.signal = WTERMSIG(status);
   if (WIFEXITED(status)) child.end.status = WEXITSTATUS(status);
-  child.end.seconds = Seconds(Clock::now() - child.process->start).count();
+  child.end.seconds = Seconds(Clock::now() - child.start).count();
   child.ended = child.hasNews = true;
   std::vector<Family> running;
   for (const auto& other : children) {
-    if (!other->ended) running.push_back({other->process->id, other->process->temporaryFolder});
+    if (other->ended) continue;
+    running.push_back({static_cast<pid_t>(other->id), other->process->temporaryFolder});
   }
   EndOrphans(running);
   // What has been written is in the pipe; somebody who could not be killed may still write.
@@ -240,40 +170,19 @@ void ChildSet::Finish(Child& child) {
   child.process->output.Close();
 }
 
-/// How long nothing needs to be looked at, when the caller allows `seconds`.
-std::optional<double> ChildSet::TimeToSleep(std::optional<double> seconds) const {
-  bool hasToReturn = !seconds;
-  for (const auto& child : children) {
-    const Child::Process& process = *child->process;
-    if (child->hasNews && !process.isReleased) return 0;
-    if (child->ended) continue;
-    hasToReturn = hasToReturn && process.isReleased;
-    if (!process.limit) continue;
-    const double left = Seconds(*process.limit - Clock::now()).count();
-    seconds = std::min(seconds.value_or(left), left);
-  }
-  return hasToReturn ? 0 : seconds;
-}
-
-/// Waits until something happens, at most that long, and takes in what has happened.
 void ChildSet::Look(std::optional<double> seconds) {
   std::vector<pollfd> pipes;
   for (const auto& child : children) {
     const Descriptor& output = child->process->output;
     if (output.IsOpen()) pipes.push_back({output.Number(), POLLIN, 0});
   }
-  Poll(pipes, TimeToSleep(seconds));
+  Poll(pipes, seconds);
   auto pipe = pipes.begin();
   for (const auto& child : children) {
     Descriptor& output = child->process->output;
     if (!output.IsOpen() || (pipe++)->revents == 0) continue;
     if (system->Read(output, child->output)) child->hasNews = true;
   }
-  CollectEnds();
-  StopOverdue();
-}
-
-void ChildSet::CollectEnds() {
   while (const pid_t ended = EndedProcess()) {
     if (Child* const child = Find(ended)) {
       Finish(*child);
@@ -281,29 +190,6 @@ void ChildSet::CollectEnds() {
       Await(ended);  // an orphan of a child that still runs
     }
   }
-}
-
-void ChildSet::StopOverdue() {
-  for (const auto& child : children) {
-    if (child->ended || !child->process->limit || Clock::now() < *child->process->limit) continue;
-    if (child->process->isAsked) {
-      child->process->Kill();
-    } else {
-      child->end.timedOut = true;
-      child->process->End();
-    }
-  }
-}
-
-ChildNews ChildSet::TakeNews() {
-  ChildNews news;
-  for (const auto& child : children) {
-    if (child->hasNews && !child->process->isReleased) news.children.push_back(child.get());
-    child->hasNews = false;
-  }
-  Forget();
-  news.signal = TakeSignal();
-  return news;
 }
 
 }  // namespace snipwell::platform

@@ -1,5 +1,8 @@
 #include "platform/command_line_windows.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace snipwell::platform {
 
 std::string QuoteArgument(const std::string& argument) {
@@ -18,11 +21,12 @@ std::string QuoteArgument(const std::string& argument) {
   return quoted + '"';
 }
 
-std::string MakeCommandLine(char* const* argv) {
+std::string MakeCommandLine(const std::vector<std::string>& arguments) {
   std::string line;
-  for (; *argv != nullptr; ++argv) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const bool isCommand = i >= 2 && arguments[i - 2] == "/s" && arguments[i - 1] == "/c";
     if (!line.empty()) line += ' ';
-    line += QuoteArgument(*argv);
+    line += isCommand ? '"' + arguments[i] + '"' : QuoteArgument(arguments[i]);
   }
   return line;
 }
@@ -36,23 +40,28 @@ std::string QuoteForBatch(const std::string& argument) {
   return '"' + argument + std::string(argument.size() - last, '\\') + '"';
 }
 
+/// Blanks beyond ASCII part words too.
+bool IsPlain(const std::string& argument) {
+  return !argument.empty() && std::all_of(argument.begin(), argument.end(), [](char c) {
+    return c > ' ' && c < 0x7F && std::strchr("&|<>()^,;=!'`~[]{}@+", c) == nullptr;
+  });
+}
+
 }  // namespace
 
-std::string MakeBatchCommandLine(const std::string& batchFile, char* const* argv) {
+std::string MakeBatchCommandLine(const std::string& batchFile,
+                                 const std::vector<std::string>& arguments) {
   // The interpreter takes 8191 characters; some are left for what the batch file makes of them.
   constexpr std::size_t kLongest = 8000;
   // It takes off the outer pair of quotes. Between quotes it leaves every sign alone but the
   // percent sign and the quote itself, as long as "!" has no meaning.
   std::string line = "cmd.exe /d /v:off /e:on /s /c \"\"" + batchFile + '"';
   if (batchFile.find('%') != std::string::npos) return std::string();
-  for (char* const* rest = *argv == nullptr ? argv : argv + 1; *rest != nullptr; ++rest) {
-    const std::string argument = *rest;
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
     if (argument.find_first_of("\"%\r\n") != std::string::npos) return std::string();
-    const bool plain =
-        !argument.empty() &&
-        argument.find_first_of(" \t\v\f\xFF&|<>()^,;=!'`~[]{}@+") == std::string::npos;
     line += ' ';
-    line += plain ? argument : QuoteForBatch(argument);
+    line += IsPlain(argument) ? argument : QuoteForBatch(argument);
   }
   return line.size() < kLongest ? line + '"' : std::string();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace snipwell::platform {
 
@@ -10,11 +11,14 @@ namespace snipwell::platform {
 std::string QuoteArgument(const std::string& argument);
 
 /// The command line of a program: the arguments, each quoted where it must be, parted by blanks.
-std::string MakeCommandLine(char* const* argv);
+/// The command interpreter is not told its command by those rules: behind "/s /c" it takes off the
+/// outer pair of quotes and has the rest as it stands.
+std::string MakeCommandLine(const std::vector<std::string>& arguments);
 
-/// The command line with which the command interpreter runs a batch file with the arguments of
-/// `argv` after the first. Empty when they would not all arrive as they are: the interpreter has no
+/// The command line with which the command interpreter runs a batch file with the arguments
+/// after the first. Empty when they would not all arrive as they are: the interpreter has no
 /// way to quote a double quote or a percent sign, and takes only so many characters.
-std::string MakeBatchCommandLine(const std::string& batchFile, char* const* argv);
+std::string MakeBatchCommandLine(const std::string& batchFile,
+                                 const std::vector<std::string>& arguments);
 
 }  // namespace snipwell::platform

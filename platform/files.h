@@ -36,6 +36,10 @@ bool WriteAll(int descriptor, const char* data, std::size_t size);
 /// Deletes a file (a link itself, not what it points to). False when nothing was deleted.
 bool RemoveFile(const std::string& fileName);
 
+/// Deletes a folder with all that is in it, links but not what they lead to. What another program
+/// still holds is waited for where the system does not delete it, for some seconds; then it stays.
+void RemoveFolder(const std::string& name);
+
 /// Deletes the file `to`, if there is one, and gives the file `from` its name, in one step where
 /// the system can: then no moment is without a file of that name. False on failure; `from` is then
 /// as before.

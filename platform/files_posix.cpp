@@ -7,6 +7,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace snipwell::platform {
 
@@ -97,6 +99,11 @@ bool WriteAll(int descriptor, const char* data, std::size_t size) {
 }
 
 bool RemoveFile(const std::string& fileName) { return ::unlink(fileName.c_str()) == 0; }
+
+void RemoveFolder(const std::string& name) {
+  std::error_code ignored;
+  std::filesystem::remove_all(name, ignored);
+}
 
 bool RenameOver(const std::string& from, const std::string& to) {
   return std::rename(from.c_str(), to.c_str()) == 0;

@@ -19,4 +19,7 @@ std::filesystem::path ProgramFolder();
 /// True when a program of that name, or path, can be started.
 bool IsProgram(const std::string& name);
 
+/// The file that a program's name leads to, through PATH and links; empty when there is none.
+std::filesystem::path ProgramFile(const std::string& name);
+
 }  // namespace snipwell::platform

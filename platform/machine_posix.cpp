@@ -35,4 +35,19 @@ bool IsProgram(const std::string& name) {
   return false;
 }
 
+std::filesystem::path ProgramFile(const std::string& name) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  if (name.find('/') != std::string::npos) return fs::canonical(name, error);
+  const char* const variable = std::getenv("PATH");
+  const std::string path = variable != nullptr ? variable : "";
+  for (std::size_t start = 0; start <= path.size();) {
+    const std::size_t end = std::min(path.find(':', start), path.size());
+    const fs::path file = fs::canonical(fs::path(path.substr(start, end - start)) / name, error);
+    if (!error) return file;
+    start = end + 1;
+  }
+  return fs::path();
+}
+
 }  // namespace snipwell::platform

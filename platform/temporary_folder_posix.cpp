@@ -5,6 +5,8 @@
 #include <string>
 #include <system_error>
 
+#include "platform/files.h"
+
 namespace snipwell::platform {
 
 TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent) {
@@ -18,9 +20,6 @@ TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent) {
   path = name;
 }
 
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path, ignored);
-}
+TemporaryFolder::~TemporaryFolder() { RemoveFolder(path.string()); }
 
 }  // namespace snipwell::platform

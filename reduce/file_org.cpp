@@ -7,7 +7,6 @@
 #include <iostream>
 
 #include "compile/run_compiler.h"
-#include "platform/files.h"
 #include "text/file_helpers.h"
 
 namespace snipwell {
@@ -20,15 +19,6 @@ std::string WorkingName(const std::string& sourceName, const std::string& kind) 
   const std::size_t dot = sourceName.rfind('.');
   if (dot == std::string::npos) return sourceName + kind;
   return sourceName.substr(0, dot) + '.' + kind + '.' + sourceName.substr(dot + 1);
-}
-
-/// Sees to it that what is written into the working file `name` reaches no other file.
-void ClaimFile(const std::string& name, const std::string& sourceName) {
-  DetachFile(name);
-  // The names differ, but the folder of one can be a link to that of the other.
-  if (!platform::IsSameFile(sourceName, name)) return;
-  ReportError("Working file is the source:", name.c_str());
-  std::exit(EXIT_FAILURE);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace snipwell {
 
 int ConfirmFailure(const RunSettings& settings) {
   ArgumentVector vector(settings.arguments);
-  DetachFile(settings.errorFileName);
+  ClaimFile(settings.errorFileName, vector.Get()[vector.Count() - 1]);
   const int status = RunCompiler(settings.compilerPath.c_str(), settings.errorFileName.c_str(),
                                  vector.Count(), vector.Get());
   if (status == Succeeded) return NothingToIsolate;

@@ -2,6 +2,7 @@
 #include <exception>
 #include <iostream>
 
+#include "platform/arguments.h"
 #include "platform/console.h"
 #include "snip/run.h"
 #include "text/file_helpers.h"
@@ -9,7 +10,8 @@
 int main(int argc, char** argv, char** envp) {
   const snipwell::platform::ConsoleStreams console;
   try {
-    std::cout << snipwell::Run(argc, argv, envp) << std::flush;
+    snipwell::platform::Arguments arguments(argc, argv);
+    std::cout << snipwell::Run(arguments.Count(), arguments.Pointers(), envp) << std::flush;
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {
     snipwell::ReportError("Unexpected failure:", error.what());

@@ -1,8 +1,9 @@
 #include "snip_cc/invocation.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <system_error>
+
+#include "platform/machine.h"
 
 namespace snipwell::snip_cc {
 
@@ -20,24 +21,9 @@ bool HasArgument(const Options& options, std::initializer_list<const char*> star
                      [&](const std::string& argument) { return StartsWithAny(argument, starts); });
 }
 
-/// The file that the compiler's name leads to, through PATH and links.
-fs::path ProgramFile(const std::string& name) {
-  std::error_code error;
-  if (name.find('/') != std::string::npos) return fs::canonical(name, error);
-  const char* const variable = std::getenv("PATH");
-  const std::string path = variable != nullptr ? variable : "";
-  for (std::size_t start = 0; start <= path.size();) {
-    const std::size_t end = std::min(path.find(':', start), path.size());
-    const fs::path file = fs::canonical(fs::path(path.substr(start, end - start)) / name, error);
-    if (!error) return file;
-    start = end + 1;
-  }
-  return fs::path();
-}
-
 bool IsClang(const std::string& compiler) {
   return fs::path(compiler).filename().string().find("clang") != std::string::npos ||
-         ProgramFile(compiler).filename().string().find("clang") != std::string::npos;
+         platform::ProgramFile(compiler).filename().string().find("clang") != std::string::npos;
 }
 
 }  // namespace

@@ -24,6 +24,7 @@
 #include "failure/crash_headline.h"
 #include "failure/deciding_line.h"
 #include "failure/line_rewriter.h"
+#include "platform/arguments.h"
 #include "platform/signals.h"
 #include "platform/temporary_folder.h"
 #include "snip_cc/invocation.h"
@@ -138,8 +139,8 @@ Answer RunInFolder(const Options& options) {
                                      : Test(options, folder.Path());
 }
 
-int Main(const std::vector<std::string>& arguments) {
-  const Options options = ParseOptions(arguments);
+int Main(const std::vector<std::string>& words) {
+  const Options options = ParseOptions({words.begin() + (words.empty() ? 0 : 1), words.end()});
   if (!options.complaint.empty()) {
     std::cerr << "snip-cc: " << options.complaint << '\n';
     return kBadUsage;
@@ -162,7 +163,8 @@ int Main(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
   try {
-    return snipwell::snip_cc::Main({argv + (argc > 0 ? 1 : 0), argv + argc});
+    const snipwell::platform::Arguments arguments(argc, argv);
+    return snipwell::snip_cc::Main(arguments.Words());
   } catch (const std::exception& error) {
     std::cerr << "snip-cc: " << error.what() << '\n';
     constexpr int kCannotSetUp = 125;

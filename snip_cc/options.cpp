@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 
 namespace snipwell::snip_cc {
 
@@ -85,7 +86,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   if (plainOptions) options.refused = TriedOption(options.arguments);
   if (!options.arguments.empty()) options.source = options.arguments.back();
   if (options.source.empty()) options.complaint = "no source file given";
-  const std::string program = options.compiler.substr(options.compiler.rfind('/') + 1);
+  const std::string program = std::filesystem::path(options.compiler).filename().string();
   if (!clMode && !StartsWith(program, "clang-cl")) {
     for (std::string& argument : options.arguments) argument = Translated(argument);
   }

@@ -133,7 +133,7 @@ void AddOutput(Job& job) {
   fs::create_directories(folder);
   CompileCommand command = job.form.command;
   std::string source = (folder / findings.sourceName).string();
-  std::ofstream(source, std::ios::binary) << job.form.text;
+  std::ofstream(fs::path(source), std::ios::binary) << job.form.text;
   if (IsPreprocessed(command) || command.folder.empty()) {
     // Its output then names the source as the command does.
     command.folder = folder.string();

@@ -62,7 +62,7 @@ Input FromBugReport(const std::string& fileName, const fs::path& folder) {
   input.source = (fs::path(fileName).parent_path() / input.command.source).string();
   input.text = std::move(report.text);
   input.command.source = (folder / input.command.source).string();
-  std::ofstream(input.command.source, std::ios::binary) << input.text;
+  std::ofstream(fs::path(input.command.source), std::ios::binary) << input.text;
   return input;
 }
 
@@ -78,7 +78,7 @@ Input FromTest(const Settings& settings) {
 Input FromWrongCode(const Settings& settings, Workshop& workshop) {
   Input input = FromCommand(settings.words, "");
   const std::string& source = input.command.source;
-  WrongCode wrong = {settings.words, SplitWords(settings.wrongCode, ShellQuoting()), source,
+  WrongCode wrong = {settings.words, SplitWords(settings.wrongCode, UsersQuoting()), source,
                      fs::path(source).filename().string()};
   if (std::count(wrong.otherWords.begin(), wrong.otherWords.end(), source) == 0) {
     wrong.otherWords.push_back(source);

@@ -1,11 +1,12 @@
 #include "snipwell/job.h"
 
-#include <unistd.h>
-
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <utility>
+
+#include "platform/descriptor.h"
 
 namespace snipwell {
 
@@ -21,8 +22,8 @@ Verbosity VerbosityOf(const Settings& settings) {
 Job::Job(const Settings& programSettings)
     : settings(programSettings),
       workshop(programSettings),
-      status(std::cerr, LookOf(STDERR_FILENO), VerbosityOf(programSettings),
-             SurroundingsOf(STDERR_FILENO)) {
+      status(std::cerr, LookOf(platform::kStandardError), VerbosityOf(programSettings),
+             SurroundingsOf(platform::kStandardError)) {
   workshop.OnOtherCrash([this](const Failure& failure, const Place& place) {
     if (result) otherCrashes.Note(failure, place, *result);
   });
@@ -77,7 +78,7 @@ void Job::Remark(const std::string& sentence) {
 
 void Job::Trace(const std::string& step) {
   if (settings.trace.empty()) return;
-  std::ofstream trace(settings.trace,
+  std::ofstream trace(std::filesystem::path(settings.trace),
                       std::exchange(hasTraced, true) ? std::ios::app : std::ios::trunc);
   trace << workshop.Seconds() << '\t' << form.text.size() << '\t' << Program(form.text).Size()
         << '\t' << workshop.Commands() << '\t' << title << (step.empty() ? "" : ": ") << step

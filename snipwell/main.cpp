@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "platform/arguments.h"
 #include "snipwell/exit_status.h"
 #include "snipwell/reduction.h"
 #include "snipwell/settings.h"
@@ -13,7 +14,9 @@
 int main(int argc, char** argv) {
   try {
     snipwell::Settings settings;
-    if (const auto status = snipwell::ParseSettings(argc, argv, settings)) return *status;
+    snipwell::platform::Arguments arguments(argc, argv);
+    const auto status = snipwell::ParseSettings(arguments.Count(), arguments.Pointers(), settings);
+    if (status) return *status;
     return snipwell::Reduce(settings);
   } catch (const snipwell::RunEnd& end) {
     std::cerr << "snipwell: " << end.what() << '\n';

@@ -23,7 +23,8 @@ void OtherCrashes::Note(const Failure& failure, const Place& place, const Result
   const auto found = kept.find(failure.headline);
   if (error || (found == kept.end() ? kept.size() == kMost : found->second.bytes <= bytes)) return;
   const std::string file = found == kept.end() ? FreeName(result) : found->second.file;
-  fs::copy_file(place.program, file, fs::copy_options::overwrite_existing, error);
+  fs::remove(file, error);  // one library does not write over a file on Windows
+  fs::copy_file(place.program, file, error);
   if (!error) kept[failure.headline] = {file, bytes};
 }
 

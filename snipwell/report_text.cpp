@@ -6,22 +6,13 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "platform/shell.h"
+
 namespace snipwell {
 
 namespace {
 
 constexpr const char* kReplacement = "\xef\xbf\xbd";  // U+FFFD
-
-std::string Quoted(const std::string& word) {
-  const auto isPlain = [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return std::isalnum(byte) != 0 || std::string_view("_@%+=:,./-").find(c) != std::string::npos;
-  };
-  if (!word.empty() && std::all_of(word.begin(), word.end(), isPlain)) return word;
-  std::string quoted = "'";
-  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
-  return quoted + '\'';
-}
 
 unsigned char ByteAt(std::string_view text, std::size_t at) {
   return at < text.size() ? static_cast<unsigned char>(text[at]) : 0;
@@ -71,9 +62,7 @@ std::vector<std::string_view> LinesOf(std::string_view text) {
 }  // namespace
 
 std::string CommandLine(const std::vector<std::string>& words) {
-  std::string line;
-  for (const std::string& word : words) line += (line.empty() ? "" : " ") + Quoted(word);
-  return line;
+  return platform::ShellCommand(words);
 }
 
 std::string ReadableText(std::string_view text) {

@@ -7,7 +7,7 @@
 
 namespace snipwell {
 
-/// The words as one command line for a POSIX shell, quoted where that is needed.
+/// The words as one command line for the system's shell, quoted where that is needed.
 std::string CommandLine(const std::vector<std::string>& words);
 
 /// The text as valid UTF-8, with U+FFFD for what is none and for control characters other than tab

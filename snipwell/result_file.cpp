@@ -31,7 +31,7 @@ bool IsSame(const std::string& file, const std::string& other) {
 }
 
 bool IsReport(const std::string& fileName) {
-  std::ifstream in(fileName);
+  std::ifstream in{fs::path(fileName)};
   std::string line;
   return std::getline(in, line) && line == kReportMarker;
 }
@@ -91,7 +91,7 @@ void ResultFile::WriteReport(const std::string& report) {
 
 void WriteWhole(const std::string& fileName, const std::string& text) {
   const std::string next = fileName + ".new";
-  std::ofstream out(next, std::ios::binary);
+  std::ofstream out(fs::path(next), std::ios::binary);
   out << text;
   out.close();
   if (out && platform::RenameOver(next, fileName)) return;
@@ -100,7 +100,7 @@ void WriteWhole(const std::string& fileName, const std::string& text) {
 }
 
 std::string ReadSource(const std::string& fileName) {
-  std::ifstream in(fileName, std::ios::binary);
+  std::ifstream in(fs::path(fileName), std::ios::binary);
   if (!in || fs::is_directory(fileName)) throw RunEnd(Surroundings, "cannot read " + fileName);
   return {std::istreambuf_iterator<char>(in), {}};
 }

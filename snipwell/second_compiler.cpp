@@ -4,10 +4,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <set>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -61,15 +59,9 @@ bool IsCompilerName(const std::string& name) {
 /// The compiler that is run by this name, links followed; empty when that is not known, as it is
 /// where all names lead to a cache.
 fs::path FileOf(const std::string& program) {
-  const bool hasFolder = program.find('/') != std::string::npos;
-  const char* const path = hasFolder ? "." : std::getenv("PATH");
-  std::istringstream folders(path == nullptr ? "" : path);
-  for (std::string folder; std::getline(folders, folder, ':');) {
-    std::error_code error;
-    const fs::path file = fs::canonical(fs::path(folder) / program, error);
-    if (!error) return IsCompilerName(file.filename().string()) ? file : fs::path();
-  }
-  return {};
+  std::error_code error;
+  const fs::path file = fs::canonical(platform::ProgramFile(program), error);
+  return !error && IsCompilerName(file.filename().string()) ? file : fs::path();
 }
 
 /// Adds those of these programs that are installed and that are no others by another name.
@@ -150,7 +142,7 @@ void FindInstalled(Job& job) {
 }
 
 void TakeGiven(Job& job) {
-  Words words = SplitWords(job.settings.acceptedBy, Quoting::Shell);
+  Words words = SplitWords(job.settings.acceptedBy, UsersQuoting());
   words.push_back(job.command.source);
   CommandOrComplaint second = TakeCommandApart(words, job.command.folder);
   if (!second.complaint.empty()) throw RunEnd(BadUsage, "--accepted-by=: " + second.complaint);

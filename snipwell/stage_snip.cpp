@@ -1,6 +1,7 @@
 // snip is run as the program it is, with the adapter that stands beside it, in a folder of its own.
 // The adapter gets a script for a compiler, which counts the compilations and asks the others that
-// have to accept the program.
+// have to accept the program. Where scripts are no programs it gets the compiler itself, and the
+// others are asked about the result only.
 
 #include <filesystem>
 #include <fstream>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "platform/machine.h"
+#include "platform/shell.h"
 #include "snipwell/report_text.h"
 #include "snipwell/stages.h"
 
@@ -65,7 +67,8 @@ std::string WriteCompiler(const Job& job, const std::string& compiler, const fs:
 Words AdapterWords(const Job& job, const fs::path& folder) {
   Words words = {"--limit=" + std::to_string(job.question.limitSeconds)};
   if (job.IsTest()) {
-    words.push_back("--test=" + Counting(folder) + CommandLine(job.question.test));
+    const std::string counting = platform::kShellIsPosix ? Counting(folder) : "";
+    words.push_back("--test=" + counting + CommandLine(job.question.test));
     return words;
   }
   words.emplace_back("--plain-options");
@@ -73,7 +76,8 @@ Words AdapterWords(const Job& job, const fs::path& folder) {
   if (!job.question.allowErrors) words.emplace_back("--valid");
   Words compile = CompileWords(job.form.command, "", (folder / "output").string());
   compile.pop_back();
-  words.push_back("--cc=" + WriteCompiler(job, compile.front(), folder));
+  words.push_back("--cc=" + (platform::kShellIsPosix ? WriteCompiler(job, compile.front(), folder)
+                                                     : compile.front()));
   words.insert(words.end(), compile.begin() + 1, compile.end());
   return words;
 }

@@ -132,7 +132,7 @@ Workshop::Checks Workshop::ChecksOf(const Form& form, const Question& question,
 }
 
 std::unique_ptr<ProcessJudge> Workshop::JudgeOf(const Form& form, const Question& question) {
-  const Words launcher = SplitWords(settings.launch, Quoting::Shell);
+  const Words launcher = SplitWords(settings.launch, UsersQuoting());
   ProcessJudge::Settings wanted;
   wanted.places = settings.jobs;
   wanted.folder = tries.Path();

@@ -11,8 +11,8 @@
 
 #include "compile/compile_command.h"
 #include "platform/machine.h"
+#include "platform/shell.h"
 #include "snipwell/exit_status.h"
-#include "snipwell/report_text.h"
 
 namespace snipwell {
 
@@ -103,21 +103,21 @@ std::string Build(const WrongCode& wrong, const Words& words, const Words& more,
                   const std::string& name) {
   std::string line;
   for (const std::string& word : BuildWords(words)) {
-    line += (word == wrong.source ? "\"$source\"" : CommandLine({word})) + ' ';
+    line += (word == wrong.source ? "\"$source\"" : platform::PosixCommand({word})) + ' ';
   }
-  if (!more.empty()) line += CommandLine(more) + ' ';
+  if (!more.empty()) line += platform::PosixCommand(more) + ' ';
   return line + "-o \"$built/" + name + "\" || exit 1\nobserve " + name + " || exit 1\n";
 }
 
 void Write(const std::filesystem::path& file, const std::string& body) {
-  std::ofstream(file) << kStart << body << kEnd;
+  std::ofstream(file, std::ios::binary) << kStart << body << kEnd;
 }
 
 /// Runs the script on the user's own source.
 bool Holds(const std::filesystem::path& script, const WrongCode& wrong, const std::string& file,
            Workshop& workshop) {
   platform::ChildCommand command;
-  command.arguments = {"/bin/sh", script.string(), wrong.name};
+  command.arguments = {platform::PosixShell(), script.string(), wrong.name};
   command.folder = std::filesystem::absolute(file).parent_path().string();
   const Compiled run = workshop.RunToEnd(command);
   return run.end.started && run.end.signal == 0 && run.end.status == 0;
@@ -146,6 +146,12 @@ Words Usable(const Words& options, const std::function<bool(const Words&)>& isTa
   const Words others = Usable({middle, options.end()}, isTaken);
   usable.insert(usable.end(), others.begin(), others.end());
   return usable;
+}
+
+void RefuseWithoutShell() {
+  if (!platform::PosixShell().empty()) return;
+  throw RunEnd(Surroundings,
+               "--wrong-code= needs sh with its tools: put those of Git for Windows into PATH");
 }
 
 Words UsableWarnings(const WrongCode& wrong, const Words& words, const std::string& file,
@@ -181,6 +187,7 @@ std::string MemoryCheck(const WrongCode& wrong) {
 
 std::vector<std::string> WrongCodeTest(const WrongCode& wrong, const std::string& file,
                                        Workshop& workshop, std::vector<std::string>& missing) {
+  RefuseWithoutShell();
   const std::filesystem::path script = workshop.Folder() / "wrong-code.sh";
   std::string body;
   const auto holdsWith = [&](const std::string& more) {
@@ -209,7 +216,7 @@ std::vector<std::string> WrongCodeTest(const WrongCode& wrong, const std::string
         "has never written is refused only where the compiler warns of it.");
   }
   Write(script, body + "exit 0\n");
-  return {"/bin/sh", script.string(), wrong.name};
+  return {platform::PosixShell(), script.string(), wrong.name};
 }
 
 }  // namespace snipwell

@@ -33,4 +33,12 @@ void DetachFile(const std::string& name) {
   std::exit(EXIT_FAILURE);
 }
 
+void ClaimFile(const std::string& name, const std::string& sourceName) {
+  DetachFile(name);
+  // The folder of one can be a link to that of the other, and there are systems that hide links.
+  if (!platform::IsSameFile(sourceName, name)) return;
+  ReportError("Working file is the source:", name.c_str());
+  std::exit(EXIT_FAILURE);
+}
+
 }  // namespace snipwell

@@ -18,4 +18,8 @@ bool CopyTextFile(const std::string& from, const std::string& to);
 /// that and ends the process with exit status 1.
 void DetachFile(const std::string& name);
 
+/// The same for a file that the tool makes for a source. When what is written into it would reach
+/// that all the same, reports it and ends the process with exit status 1.
+void ClaimFile(const std::string& name, const std::string& sourceName);
+
 }  // namespace snipwell

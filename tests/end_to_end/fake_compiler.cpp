@@ -7,23 +7,25 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
+#include "platform/arguments.h"
 #include "tests/end_to_end/fake_rules.h"
 
 namespace {
 
 using snipwell::testing::Compilation;
 
-Compilation Record(int argc, char** argv) {
+Compilation Record(const std::vector<std::string>& arguments) {
   Compilation made;
-  made.arguments.assign(argv, argv + argc);
+  made.arguments = arguments;
   made.file = made.arguments.back();
   made.text = snipwell::testing::ReadAll(made.file);
   std::filesystem::create_directory("runs");
   const auto name = [&made](const char* kind) { return "runs/" + std::to_string(made.run) + kind; };
   while (std::filesystem::exists(name(".args"))) ++made.run;
-  std::ofstream arguments(name(".args"), std::ios::binary);
-  for (const std::string& argument : made.arguments) arguments << argument << '\n';
+  std::ofstream list(name(".args"), std::ios::binary);
+  for (const std::string& argument : arguments) list << argument << '\n';
   std::ofstream(name(".text"), std::ios::binary) << made.text;
   return made;
 }
@@ -31,6 +33,6 @@ Compilation Record(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const Compilation made = Record(argc, argv);
+  const Compilation made = Record(snipwell::platform::Arguments(argc, argv).Words());
   return snipwell::testing::Obey("fake_compiler.rules", made).value_or(EXIT_SUCCESS);
 }

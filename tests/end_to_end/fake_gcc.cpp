@@ -13,6 +13,7 @@
 #include <sstream>
 #include <string>
 
+#include "platform/arguments.h"
 #include "tests/end_to_end/fake_rules.h"
 
 namespace {
@@ -61,8 +62,8 @@ Words InVariable(const char* variable) {
 }
 
 /// As cl finds its arguments: those of two variables stand around the command's own.
-Words Arguments(int argc, char** argv) {
-  Words words(argv, argv + argc);
+Words ArgumentsOf(int argc, char** argv) {
+  Words words = snipwell::platform::Arguments(argc, argv).Words();
   if (!IsCl(words)) return words;
   const Words before = InVariable("CL");
   const Words after = InVariable("_CL_");
@@ -151,7 +152,7 @@ int Compile(const Compilation& made, const std::string& rules) {
   }
   if (const auto status = snipwell::testing::Obey(rules, made)) return *status;
   const bool preprocess = Has(IsCl(made.arguments) ? "/P" : "-E", made.arguments);
-  std::ofstream(OutputOf(made.arguments), std::ios::binary)
+  std::ofstream(fs::path(OutputOf(made.arguments)), std::ios::binary)
       << (preprocess ? Preprocessed(made.file, made.arguments, true) : "object");
   return EXIT_SUCCESS;
 }
@@ -161,7 +162,7 @@ int Compile(const Compilation& made, const std::string& rules) {
 int main(int argc, char** argv) {
   const char* const rules = std::getenv("FAKE_GCC");
   Compilation made;
-  made.arguments = Arguments(argc, argv);
+  made.arguments = ArgumentsOf(argc, argv);
   made.file = made.arguments.back();
   if (IsCl(made.arguments)) {
     TellVersionOfCl(made.arguments);

@@ -11,7 +11,9 @@
 #include <sstream>
 #include <thread>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <unistd.h>
 #endif
 
@@ -56,16 +58,6 @@ std::vector<Rule> ReadRules(const std::string& fileName) {
   return rules;
 }
 
-bool HasInOrder(const std::string& text, const std::string& words) {
-  std::istringstream in(words);
-  std::size_t place = 0;
-  for (std::string word; in >> word; place += word.size()) {
-    place = text.find(word, place);
-    if (place == std::string::npos) return false;
-  }
-  return true;
-}
-
 bool Holds(const Line& line, const Compilation& made) {
   const auto contains = [&](const std::string& text) {
     return text.find(line.rest) != std::string::npos;
@@ -107,9 +99,45 @@ void Crash() {
 }
 
 #ifdef _WIN32
-void Litter() {}
-void Signal(const std::string& /*rest*/) {}
+const char kHangs[] = "FAKE_HANGS";  // a variable of a process that is left behind
+
+void Litter() {
+  std::ofstream(std::filesystem::temp_directory_path() /
+                ("litter" + std::to_string(::GetCurrentProcessId())));
+  wchar_t program[MAX_PATH];
+  ::GetModuleFileNameW(nullptr, program, MAX_PATH);
+  ::SetEnvironmentVariableA(kHangs, "1");
+  STARTUPINFOW startup{};
+  PROCESS_INFORMATION process{};
+  ::CreateProcessW(program, nullptr, nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr, nullptr,
+                   &startup, &process);
+}
+
+/// Signal 9 ends the process at once. Any other is Ctrl-Break, sent as the system sends it: by a
+/// thread in the process. To ask the system for it takes a console, which tests do not have
+/// everywhere.
+void Signal(const std::string& rest) {
+  std::istringstream in(rest);
+  int signal = 0;
+  std::string fileName;
+  in >> signal >> fileName;
+  DWORD process = 0;
+  std::ifstream(fileName) >> process;
+  // All processes have the system's libraries at the same addresses.
+  const auto routine = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernelbase"), "CtrlRoutine")));
+  const HANDLE target = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, process);
+  if (signal == 9) ::TerminateProcess(target, 9);
+  ::CreateRemoteThread(target, nullptr, 0, routine, reinterpret_cast<void*>(CTRL_BREAK_EVENT), 0,
+                       nullptr);
+}
+
+void HangIfLeftBehind() {
+  if (std::getenv(kHangs) != nullptr) Hang();
+}
 #else
+void HangIfLeftBehind() {}
+
 void Litter() {
   std::ofstream(std::filesystem::temp_directory_path() / ("litter" + std::to_string(::getpid())));
   if (::fork() != 0) return;
@@ -152,11 +180,22 @@ int Act(const Rule& rule, const Compilation& made) {
 
 std::string ReadAll(const std::string& fileName) {
   if (!std::filesystem::is_regular_file(fileName)) return "";
-  std::ifstream in(fileName, std::ios::binary);
+  std::ifstream in(std::filesystem::path(fileName), std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+bool HasInOrder(const std::string& text, const std::string& words) {
+  std::istringstream in(words);
+  std::size_t place = 0;
+  for (std::string word; in >> word; place += word.size()) {
+    place = text.find(word, place);
+    if (place == std::string::npos) return false;
+  }
+  return true;
+}
+
 std::optional<int> Obey(const std::string& rulesFile, const Compilation& made) {
+  HangIfLeftBehind();
   for (const Rule& rule : ReadRules(rulesFile)) {
     const bool holds =
         std::all_of(rule.begin(), rule.end(), [&](const Line& line) { return Holds(line, made); });

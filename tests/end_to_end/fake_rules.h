@@ -17,6 +17,9 @@ struct Compilation {
 /// What a file holds; nothing when it is none.
 std::string ReadAll(const std::string& fileName);
 
+/// True when the text has these words, parted by blanks, in their order.
+bool HasInOrder(const std::string& text, const std::string& words);
+
 /// Carries out the first rule of a file whose conditions all hold. Returns the exit status, or none
 /// when no rule is for this compilation. The rules look like
 ///

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "tests/end_to_end/run_tool.h"
 
 namespace snipwell::testing {
@@ -27,19 +25,6 @@ constexpr char kSource[] =
 
 bool IsOfTheTest(const std::string& name) { return name.rfind("test_", 0) == 0; }
 
-/// The processes that were started with this text in their environment.
-std::string ProcessesOf(const std::string& variable) {
-  std::string processes;
-  for (const auto& entry : fs::directory_iterator("/proc")) {
-    std::ifstream in(entry.path() / "environ", std::ios::binary);
-    const std::string environment{std::istreambuf_iterator<char>(in), {}};
-    if (environment.find(variable) != std::string::npos) {
-      processes += entry.path().filename().string() + ' ';
-    }
-  }
-  return processes;
-}
-
 }  // namespace
 
 const char kWanted[] = "int take ( ) { return 7 ; }";
@@ -54,6 +39,7 @@ std::string CrashOn(const std::string& words, const std::string& function,
 Project::Project() {
   fs::create_directories(Folder() / "test_tmp");
   fs::create_directories(Folder() / "test_bin");
+  AddCompiler("fake_g++");
   Write("pool.h", kHeader);
   Write("pool.cpp", kSource);
   SetRules(CrashOn(kWanted, "take_pool"));
@@ -65,44 +51,47 @@ void Project::Write(const std::string& name, const std::string& text) {
   if (!IsOfTheTest(name)) given[name] = text;
 }
 
-void Project::WriteProgram(const std::string& name, const std::string& text) {
-  Write(name, text);
+void Project::WriteScript(const std::string& name, const std::string& forShell,
+                          const std::string& forInterpreter) {
+  if (kIsWindows) return Write(name + ".bat", forInterpreter);
+  Write(name, forShell);
   fs::permissions(Folder() / name, fs::perms::owner_all, fs::perm_options::add);
 }
 
 void Project::AddCompiler(const std::string& name, const std::string& program) {
-  // A link would be the same compiler by another name.
-  fs::copy_file(TestProgramFolder() / program, Folder() / "test_bin" / name);
+  AddProgram(Folder() / "test_bin", name, TestProgramFolder() / program);
 }
 
 Project::Texts Project::AllTexts() const {
   Texts texts;
   for (const auto& entry : fs::recursive_directory_iterator(Folder())) {
-    const std::string name = entry.path().lexically_relative(Folder()).string();
+    const std::string name = entry.path().lexically_relative(Folder()).generic_string();
     if (!IsOfTheTest(name) && entry.is_regular_file()) texts[name] = Read(name);
   }
   return texts;
 }
 
-Outcome Project::Snipwell(const std::vector<std::string>& arguments, const std::string& environment,
-                          const std::string& folder) {
-  const std::string base = Folder().string();
+Outcome Project::Snipwell(const std::vector<std::string>& arguments,
+                          const std::vector<std::string>& environment, const std::string& folder) {
+  const std::string temporary = (Folder() / "test_tmp").string();
   Start start;
-  start.prefix = "echo $$ >'" + base + "/test_pid'; exec";
-  start.program = "PATH='" + TestProgramFolder().string() + ':' + base + "/test_bin' TMPDIR='" +
-                  base + "/test_tmp' FAKE_GCC='" + base + "/test_rules' " + environment + " '" +
-                  SNIP_FOLDER + "/snipwell'";
+  start.program = ToolName("snipwell");
+  start.processFile = (Folder() / "test_pid").string();
+  start.environment = {"PATH=" + (Folder() / "test_bin").string(), "TMPDIR=" + temporary,
+                       "TMP=" + temporary, "FAKE_GCC=" + (Folder() / "test_rules").string()};
+  start.environment.insert(start.environment.end(), environment.begin(), environment.end());
   Outcome outcome;
   outcome.status = RunTool(Folder() / folder, arguments, start);
-  outcome.out = Read(folder + "/test_out");
-  outcome.err = Read(folder + "/test_err");
+  outcome.out = work.Read(folder + "/test_out");
+  outcome.err = work.Read(folder + "/test_err");
   EXPECT_EQ(Count(outcome.err, "Sanitizer"), 0U) << outcome.err;
   EXPECT_EQ(Count(outcome.err, "\x1b"), 0U) << "no terminal: " << outcome.err;
   ExpectNothingLeft();
   return outcome;
 }
 
-Outcome Project::Reduce(std::vector<std::string> arguments, const std::string& environment) {
+Outcome Project::Reduce(std::vector<std::string> arguments,
+                        const std::vector<std::string>& environment) {
   arguments.insert(arguments.begin(), "-j1");
   for (const char* word : {"fake_g++", "-O2", "-c", "pool.cpp"}) arguments.emplace_back(word);
   return Snipwell(arguments, environment);
@@ -117,7 +106,7 @@ void Project::ExpectNothingLeft() const {
   for (const auto& entry : fs::recursive_directory_iterator(Folder() / "test_tmp")) {
     ADD_FAILURE() << entry.path() << " is left";
   }
-  EXPECT_EQ(ProcessesOf("FAKE_GCC=" + Folder().string()), "");
+  EXPECT_EQ(ProcessesOf(Folder()), "");
 }
 
 std::string Project::Added() const {

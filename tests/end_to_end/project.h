@@ -8,6 +8,13 @@
 
 namespace snipwell::testing {
 
+/// True where the shell is the command interpreter of Windows.
+#ifdef _WIN32
+constexpr bool kIsWindows = true;
+#else
+constexpr bool kIsWindows = false;
+#endif
+
 /// The words that the project's compiler wants, and what is left when nothing else is.
 extern const char kWanted[];
 extern const char kSmallest[];
@@ -30,16 +37,20 @@ class Project {
   bool Exists(const std::string& name) const { return work.Exists(name); }
   /// Makes folders too.
   void Write(const std::string& name, const std::string& text);
-  void WriteProgram(const std::string& name, const std::string& text);
+  /// A script for sh, or for the command interpreter, which wants a name with a suffix.
+  void WriteScript(const std::string& name, const std::string& forShell,
+                   const std::string& forInterpreter);
   /// Puts a copy of a test program into "test_bin" under this name.
   void AddCompiler(const std::string& name, const std::string& program = "fake_g++");
   void SetRules(const std::string& rules) { Write("test_rules", rules); }
 
   /// Runs snipwell in a folder of the project with these arguments. Checks what must never happen.
-  Outcome Snipwell(const std::vector<std::string>& arguments, const std::string& environment = "",
+  Outcome Snipwell(const std::vector<std::string>& arguments,
+                   const std::vector<std::string>& environment = {},
                    const std::string& folder = ".");
   /// The same with "-j1" before the arguments and the usual command behind them.
-  Outcome Reduce(std::vector<std::string> arguments = {}, const std::string& environment = "");
+  Outcome Reduce(std::vector<std::string> arguments = {},
+                 const std::vector<std::string>& environment = {});
 
   /// Names of the files that runs have added, sorted and joined with blanks.
   std::string Added() const;

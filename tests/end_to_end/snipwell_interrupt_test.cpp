@@ -22,7 +22,8 @@ std::string At(int run, const std::string& action) {
 }
 
 std::string SignalTo(const Project& project, int number) {
-  return "signal " + std::to_string(number) + ' ' + (project.Folder() / "test_pid").string() + '\n';
+  return "signal " + std::to_string(number) + ' ' +
+         (project.Folder() / "test_pid").generic_string() + '\n';
 }
 
 /// The result is a whole program that still fails: another run goes on from it.

@@ -1,13 +1,15 @@
 // What is particular to Windows: line ends, quoting, batch files, how a compiler crashes.
 
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <chrono>
-#include <fstream>
 #include <string>
 #include <thread>
 
 #include "platform/command_line_windows.h"
+#include "platform/handle_windows.h"
+#include "tests/end_to_end/project.h"
 #include "tests/end_to_end/run_tool.h"
 #include "tests/end_to_end/workspace.h"
 
@@ -87,6 +89,8 @@ TEST(Compiler, IsFoundWithOrWithoutItsSuffix) {
       {"fake_compiler.exe", "***SNIPWELL ***\n0"},
       {"my tools\\cc", "***SNIPWELL ***\n0"},
       {"my tools/cc.exe", "***SNIPWELL ***\n0"},
+      {"my tools/plain", "***SNIPWELL ***\n0"},
+      {"my tools/cc.bin", "***SNIPWELL ***\n0"},
       {".\\fake_compiler", "***SNIPWELL ***\nCould not run the compiler\n"},
       {"my tools", "***SNIPWELL ***\nCould not run the compiler\n"},
       {"x.c", "***SNIPWELL ***\nCould not run the compiler\n"},
@@ -95,7 +99,9 @@ TEST(Compiler, IsFoundWithOrWithoutItsSuffix) {
     SCOPED_TRACE(row.name);
     const Workspace work;
     fs::create_directory(work.Folder() / "my tools");
-    fs::copy_file(TestProgramFolder() / "fake_compiler.exe", work.Folder() / "my tools/cc.exe");
+    for (const char* name : {"cc.exe", "plain", "cc.bin"}) {
+      fs::copy_file(TestProgramFolder() / "fake_compiler.exe", work.Folder() / "my tools" / name);
+    }
     work.Write("x.c", "a;");
     const Outcome outcome =
         work.Snip({std::string("/COMPILER=") + row.name, "/LOGFILE=log", "x.c"});
@@ -103,20 +109,102 @@ TEST(Compiler, IsFoundWithOrWithoutItsSuffix) {
   }
 }
 
-// A stream opens a file so that nobody may rename over it, as virus scanners and editors do.
+// As virus scanners and editors hold them: nobody may rename over one, or write another.
 TEST(Files, HeldByAnotherProgramForAMomentAreReplacedAllTheSame) {
   const Workspace work;
   work.FailWhileItHas({"b"});
   work.Write("x.c", "a;b;c;");
   std::thread holder([&work] {
-    while (!work.Exists("x.tsf.c")) std::this_thread::yield();
-    const std::ifstream held(work.Folder() / "x.tsf.c");
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    using platform::Handle;
+    const auto hold = [&work](const char* name, DWORD others) {
+      Handle held;
+      while (!held.IsOpen()) {
+        held = Handle(::CreateFileW((work.Folder() / name).c_str(), GENERIC_READ, others, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    };
+    hold("x.tsf.c", FILE_SHARE_READ | FILE_SHARE_WRITE);
+    hold("x.c.ZEDRerrfile", FILE_SHARE_READ);
   });
   const Outcome outcome = work.Isolate("x.c");
   holder.join();
   EXPECT_EQ(outcome.err.find("ERROR:"), std::string::npos) << outcome.err;
+  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
   EXPECT_EQ(work.Read("x.tsf.c"), "b;");
+}
+
+TEST(Files, OfAnEarlierRunAreReplacedWhereTheyAreReadOnly) {
+  const Workspace work;
+  work.FailWhileItHas({"b"});
+  work.Write("x.c", "a;b;c;");
+  for (const char* name : {"x.tsf.c", "x.fut.c", "x.c.ZEDRerrfile"}) {
+    work.Write(name, "an earlier one, and longer");
+    ::SetFileAttributesW((work.Folder() / name).c_str(), FILE_ATTRIBUTE_READONLY);
+  }
+  EXPECT_EQ(work.Isolate("x.c").out, "***SNIPWELL ***\n1");
+  EXPECT_EQ(work.Read("x.tsf.c"), "b;");
+  EXPECT_EQ(work.Read("x.c.ZEDRerrfile").find("earlier"), std::string::npos);
+}
+
+// Wine hides what kind of link it is. A name of the source that is read-only stays so.
+TEST(Files, ThatLeadToTheSourceAreReplaced) {
+  for (const char* name : {"x.tsf.c", "x.fut.c", "x.c.ZEDRerrfile"}) {
+    const Workspace work;
+    work.FailWhileItHas({"b"});
+    work.Write("x.c", "a;b;c;");
+    const fs::path source = work.Folder() / "x.c";
+    ::CreateHardLinkW((work.Folder() / name).c_str(), source.c_str(), nullptr);
+    ::SetFileAttributesW(source.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(work.Isolate("x.c").out, "***SNIPWELL ***\n1") << name;
+    EXPECT_EQ(work.Read("x.c"), "a;b;c;") << name;
+    EXPECT_EQ(work.Read("x.tsf.c"), "b;") << name;
+    EXPECT_NE(::GetFileAttributesW(source.c_str()) & FILE_ATTRIBUTE_READONLY, 0U) << name;
+    ::SetFileAttributesW(source.c_str(), FILE_ATTRIBUTE_NORMAL);
+  }
+}
+
+/// In folders deeper than 260 characters, and more than one code page has.
+std::string LongName(const std::string& file) {
+  std::string folder = "p";
+  for (int i = 0; i < 4; ++i) folder += "/\u00e9\u0436\u6f22-" + std::string(70, 'x');
+  return folder + "/\u00fc\u4e16." + file;
+}
+
+TEST(Names, MayBeLongAndOfAnyLanguage) {
+  const Workspace work;
+  fs::create_directories((work.Folder() / LongName("")).parent_path());
+  AddProgram(work.Folder(), "p\u00e9\u6f22", TestProgramFolder() / "fake_compiler");
+  work.Write(LongName("c"), "a;b;c;");
+  work.FailWhileItHas({"b"});
+  const Outcome outcome = work.Snip({"/COMPILER=p\u00e9\u6f22", "/LOGFILE=log", LongName("c")});
+  EXPECT_EQ(outcome.out, "***SNIPWELL ***\n1");
+  EXPECT_EQ(work.Read(LongName("tsf.c")), "b;");
+  AddProgram(work.Folder(), "\u6f22++", TestProgramFolder() / "fake_g++");
+  work.Write("rules", CrashOn(kWanted, "f"));
+  work.Write(LongName("cpp"), "int unused;\nint take() { return 7; }\n");
+  const Start start = {"snipwell", "", "", {"FAKE_GCC=" + (work.Folder() / "rules").string()}};
+  EXPECT_EQ(work.Snip({"-q", "\u6f22++", "-c", LongName("cpp")}, start).err, "");
+  EXPECT_EQ(work.Read(LongName("min.cpp")), kSmallest);
+}
+
+// With all that they have started, though nobody is left to end them.
+TEST(Children, EndWithTheProgramWhateverEndsIt) {
+  const Workspace work;
+  const auto path = [&work](const char* name) { return (work.Folder() / name).generic_string(); };
+  AddProgram(work.Folder(), "cc++", TestProgramFolder() / "fake_g++");
+  fs::create_directory(path("test_tmp"));
+  work.Write("x.cpp", "a;");
+  work.Write("rules", "rule\nlitter\nsignal 9 " + path("test_pid") + "\nhang\n");
+  const Outcome outcome =
+      work.Snip({"cc++", "-c", "x.cpp"}, {"snipwell",
+                                          "",
+                                          "",
+                                          {"FAKE_GCC=" + path("rules"), "TMP=" + path("test_tmp")},
+                                          path("test_pid")});
+  EXPECT_EQ(outcome.status, 9);
+  for (int i = 0; i < 500 && !ProcessesOf(work.Folder()).empty(); ++i) ::Sleep(10);
+  EXPECT_EQ(ProcessesOf(work.Folder()), "");
 }
 
 // The command interpreter runs it, and gets arguments that it passes on as they are; it has no way

@@ -21,13 +21,15 @@ struct CompilerRun {
   std::string text;       ///< of the file to compile
 };
 
-/// How the tool is started. The last two are for systems with a POSIX shell.
+/// How the tool is started. The second and third are for systems with a POSIX shell.
 struct Start {
   std::string program = "snip";
   /// Redirections after those of the standard streams to files; empty changes nothing.
-  std::string redirections;
+  std::string redirections = {};
   /// Commands or words before the program, such as "trap '' INT;".
-  std::string prefix;
+  std::string prefix = {};
+  std::vector<std::string> environment = {};  ///< further variables, "NAME=value"
+  std::string processFile = {};  ///< gets the number of the tool's process; empty for none
 };
 
 /// What the first group of `pattern` matches in `text`, again and again.

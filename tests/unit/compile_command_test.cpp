@@ -433,7 +433,7 @@ TEST(TestWords, StartWhatTheSuffixSaysOnWindows) {
     }
     EXPECT_EQ(words, std::filesystem::path(expected).generic_string());
   }
-  EXPECT_EQ(TestWords("gone.bat").size(), ShellQuoting() == Quoting::Windows ? 5U : 3U);
+  EXPECT_EQ(TestWords("gone.bat").size(), UsersQuoting() == Quoting::Windows ? 5U : 3U);
 }
 
 TEST(ResponseFiles, AreReadInAnyEncodingOfUnicode) {

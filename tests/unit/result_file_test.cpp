@@ -35,8 +35,9 @@ std::string NamesOf(const Row& row) {
   for (const auto& file : row.files) folder.Write(file[0], file[1]);
   try {
     const ResultFile result(row.source, row.given, row.mayWriteOver);
-    return result.Name() + ' ' + result.ReportName() + ' ' + result.NameBeside("other", 2) +
-           (result.HasEarlier() ? " earlier" : "");
+    const std::string names =
+        result.Name() + ' ' + result.ReportName() + ' ' + result.NameBeside("other", 2);
+    return fs::path(names).generic_string() + (result.HasEarlier() ? " earlier" : "");
   } catch (const RunEnd& end) {
     return "refused " + std::to_string(end.Status());
   }

@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+#include "platform/files.h"
+
 namespace snipwell {
 
 /// A fresh folder that goes with its contents. Files are written and read byte for byte.
@@ -17,10 +19,7 @@ class TempFolder {
       path = std::filesystem::temp_directory_path() / ("snipwell-" + std::to_string(random()));
     } while (!std::filesystem::create_directory(path));
   }
-  ~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
-  }
+  ~TempFolder() { platform::RemoveFolder(path.string()); }
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
 
