@@ -100,27 +100,33 @@ Words VersionOf(Job& job) {
   return lines;
 }
 
-/// A text without the paths of this run's own folder: of a file in it the name is left, and of
-/// where the output goes nothing.
-std::string WithoutOwnPaths(const std::string& text, const std::string& folder) {
+std::string WithoutPathsFrom(const std::string& start, const std::string& text) {
   const std::string_view before = " -o ";
   std::string plain;
   std::size_t copied = 0;
-  for (std::size_t at = 0; (at = text.find(folder + '/', at)) != std::string::npos;) {
-    const std::size_t end = std::min(text.find_first_of(" \n'\":,()", at), text.size());
+  for (std::size_t at = 0; (at = text.find(start, at)) != std::string::npos;) {
+    const std::size_t inside = at + start.size();
+    const std::size_t end = std::min(text.find_first_of(" \n'\":,()", inside), text.size());
     plain.append(text, copied, at - copied);
     const bool isOutput = EndsWith(plain, before);
     if (isOutput) plain.erase(plain.size() - before.size());
-    copied = isOutput ? end : text.rfind('/', end) + 1;
+    copied = isOutput ? end : text.rfind(start.back(), end) + 1;
     at = end;
   }
   return plain.append(text, copied, std::string::npos);
 }
 
+/// A text without the paths of this run's own folder, whichever slashes they have: of a file in it
+/// the name is left, and of where the output goes nothing.
+std::string WithoutOwnPaths(const std::string& text, const fs::path& folder) {
+  const fs::path start = folder / "";
+  return WithoutPathsFrom(start.generic_string(), WithoutPathsFrom(start.string(), text));
+}
+
 /// What the compiler has written, as it would for the command that is reported.
 std::string Shown(const std::string& output, const fs::path& folder) {
   const std::string ownOption = " -fno-crash-diagnostics";
-  std::string text = WithoutOwnPaths(WithoutColoursInLines(output), folder.string());
+  std::string text = WithoutOwnPaths(WithoutColoursInLines(output), folder);
   const std::size_t at = text.find(ownOption);
   if (at != std::string::npos) text.erase(at, ownOption.size());
   return text;
@@ -176,7 +182,7 @@ std::vector<ViewedFile> FilesToView(const Job& job) {
     const fs::path path = fs::path(job.command.folder) / left.name;
     std::error_code error;
     if (left.isSystem || fs::file_size(path, error) > kMostBytes || error) continue;
-    const std::string name = WithoutOwnPaths(left.name, job.workshop.Folder().string());
+    const std::string name = WithoutOwnPaths(left.name, job.workshop.Folder());
     files.push_back({name, ReadSource(path.string()), left.lines});
   }
   return files;
@@ -189,7 +195,7 @@ void FillFindings(Job& job) {
   findings.reducedCommand = job.IsTest() ? TestForPeople(job) : ForPeople(job);
   findings.origin = RangesOf(LinesLeftIn(job));
   for (LineRange& range : findings.origin) {
-    range.file = WithoutOwnPaths(range.file, job.workshop.Folder().string());
+    range.file = WithoutOwnPaths(range.file, job.workshop.Folder());
   }
   findings.version = kVersion;
   findings.otherCrashes = job.otherCrashes.All();
