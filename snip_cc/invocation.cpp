@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "compile/compiler_name.h"
 #include "platform/machine.h"
 
 namespace snipwell::snip_cc {
@@ -22,8 +23,11 @@ bool HasArgument(const Options& options, std::initializer_list<const char*> star
 }
 
 bool IsClang(const std::string& compiler) {
-  return fs::path(compiler).filename().string().find("clang") != std::string::npos ||
-         platform::ProgramFile(compiler).filename().string().find("clang") != std::string::npos;
+  const auto names = [](const std::string& program) {
+    const CompilerStyle style = StyleOf(program);
+    return style == CompilerStyle::Clang || style == CompilerStyle::ClangCl;
+  };
+  return names(compiler) || names(platform::ProgramFile(compiler).string());
 }
 
 }  // namespace
@@ -32,8 +36,7 @@ std::vector<std::string> CompilerCommand(const Options& options, const fs::path&
   std::vector<std::string> command = {options.compiler};
   if (IsClang(options.compiler)) command.emplace_back("-fno-crash-diagnostics");
   const std::string output = (folder / "output").string();
-  if (HasArgument(options, {"--driver-mode=cl"}) ||
-      fs::path(options.compiler).filename().string().rfind("clang-cl", 0) == 0) {
+  if (options.speaksCl) {
     if (!HasArgument(options, {"/Fo", "-Fo", "-o", "/Zs"})) command.push_back("/Fo" + output);
   } else if (!HasArgument(options, {"-o", "-fsyntax-only"})) {
     command.insert(command.end(), {"-o", output});

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
+
+#include "compile/compiler_name.h"
 
 namespace snipwell::snip_cc {
 
@@ -71,7 +72,6 @@ std::string TriedOption(const std::vector<std::string>& arguments) {
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  bool clMode = false;
   bool plainOptions = false;
   for (const std::string& argument : arguments) {
     if (SetOption(argument, options)) continue;
@@ -79,15 +79,15 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       plainOptions = true;
       continue;
     }
-    clMode = clMode || argument == "--driver-mode=cl";
+    options.speaksCl = options.speaksCl || argument == "--driver-mode=cl";
     options.arguments.push_back(argument);
   }
   if (!options.testCommand.empty()) options.mustBeValid = options.firstLine = false;
   if (plainOptions) options.refused = TriedOption(options.arguments);
   if (!options.arguments.empty()) options.source = options.arguments.back();
   if (options.source.empty()) options.complaint = "no source file given";
-  const std::string program = std::filesystem::path(options.compiler).filename().string();
-  if (!clMode && !StartsWith(program, "clang-cl")) {
+  options.speaksCl = options.speaksCl || IsClStyle(StyleOf(options.compiler));
+  if (!options.speaksCl) {
     for (std::string& argument : options.arguments) argument = Translated(argument);
   }
   if (options.compiler.empty()) options.compiler = DefaultCompiler(options.source);

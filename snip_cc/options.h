@@ -16,13 +16,14 @@ struct Options {
   bool firstLine = false;  ///< the compiler is to be ended at the line that decides
   std::string refused;     ///< the option that is to be refused unseen; empty when there is none
   std::vector<std::string> arguments;  ///< the compiler's, the source last
+  bool speaksCl = false;               ///< the compiler takes the options of cl
   std::string source;                  ///< file to compile; empty when there is none
   std::string complaint;               ///< why the options cannot be used; empty when they can
 };
 
 /// Takes the adapter's own options out of the arguments of the process (after argument 0) and puts
-/// "/Zs", "/Od" and "/c" into the words of gcc and clang; clang in its cl mode, given by
-/// "--driver-mode=cl" or the name "clang-cl", understands them.
+/// "/Zs", "/Od" and "/c" into the words of gcc and clang; cl, and clang in its cl mode, given by
+/// "--driver-mode=cl" or the name "clang-cl", understand them.
 Options ParseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace snipwell::snip_cc

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "compile/compiler_name.h"
 #include "compile/word_splitting.h"
 #include "platform/machine.h"
 #include "snipwell/exit_status.h"
@@ -28,25 +29,36 @@ constexpr std::array<std::string_view, 14> kLanguageOptions = {
     "-std=",      "-ansi",    "-D",       "-U",   "-I",   "-iquote", "-isystem",
     "-idirafter", "-include", "-imacros", "-m32", "-m64", "-fno-",   "-fpermissive"};
 
-/// An option that every compiler of this style takes, and that says what the program means.
-bool IsOfLanguage(const CommandOption& option) {
-  const std::string& word = option.words.front();
-  return std::any_of(kLanguageOptions.begin(), kLanguageOptions.end(), [&](std::string_view start) {
-    return word.compare(0, start.size(), start) == 0;
-  });
+// Without the "/" or "-" before them.
+constexpr std::array<std::string_view, 11> kClLanguageOptions = {
+    "std:", "D", "U", "I", "FI", "external:I", "EH", "Zc:", "permissive", "GR", "J"};
+
+template <typename Starts>
+bool StartsWithAny(std::string_view word, const Starts& starts) {
+  return std::any_of(starts.begin(), starts.end(),
+                     [&](std::string_view start) { return word.substr(0, start.size()) == start; });
 }
 
-/// Another compiler's command for the program, with this option for its warnings.
+/// An option that every compiler of this style takes, and that says what the program means.
+bool IsOfLanguage(const CommandOption& option, CompilerStyle style) {
+  const std::string_view word = option.words.front();
+  if (IsClStyle(style)) return StartsWithAny(word.substr(1), kClLanguageOptions);
+  return StartsWithAny(word, kLanguageOptions);
+}
+
+/// Another compiler's command for the program, with this option for its warnings, of which cl has
+/// others.
 CompileCommand With(const CompileCommand& command, const std::string& compiler,
                     const std::string& warnings) {
+  const CompilerStyle style = StyleOf(compiler);
   std::vector<CommandOption> options;
   for (CommandOption& option : Options(command)) {
-    if (IsOfLanguage(option)) options.push_back(std::move(option));
+    if (IsOfLanguage(option, command.style)) options.push_back(std::move(option));
   }
-  options.push_back({{warnings}, false});
+  if (style != CompilerStyle::Cl) options.push_back({{warnings}, false});
   CompileCommand other = WithOptions(command, options);
   other.compiler = compiler;
-  other.style = StyleOf(compiler);
+  other.style = style;
   other.frontEnd = false;
   return other;
 }
@@ -89,14 +101,18 @@ Words VersionsOf(const std::string& compiler) {
 }
 
 /// Names of compilers for the program: those that are most likely to understand what the failing
-/// one's preprocessor has made of the headers come first.
+/// one's preprocessor has made of the headers come first. Of cl there is one other.
 Words Candidates(const CompileCommand& command) {
+  std::set<fs::path> files = {FileOf(command.compiler)};
+  Words names;
+  if (IsClStyle(command.style)) {
+    AddInstalled(names, files, {command.style == CompilerStyle::Cl ? "clang-cl" : "cl"});
+    return names;
+  }
   const Words gcc = VersionsOf(command.isCpp ? "g++" : "gcc");
   const Words clang = VersionsOf(command.isCpp ? "clang++" : "clang");
   const bool isClang = command.style == CompilerStyle::Clang;
   const Words& alike = isClang ? clang : gcc;
-  std::set<fs::path> files = {FileOf(command.compiler)};
-  Words names;
   AddInstalled(names, files, {alike.begin() + 1, alike.end()});
   AddInstalled(names, files, isClang ? gcc : clang);
   return names;

@@ -203,6 +203,23 @@ TEST(SnipwellWaysIn, HoldFailuresOfCl) {
   }
 }
 
+TEST(SnipwellWaysIn, AskClAboutAnErrorOfClangCl) {
+  Project project;
+  Fill(project);
+  project.AddCompiler("clang-cl");
+  project.AddCompiler("cl");
+  project.SetRules(std::string("rule\nnoarg /P\narg cl\nlacks unused\nexit 2\n") +
+                   "rule\nnoarg /P\narg clang-cl\nwords " + kWanted +
+                   "\nerr {file}(7,3): error: no member\nexit 1\n");
+  const Outcome outcome =
+      project.Snipwell({"--stages=refine", "clang-cl", "/std:c++17", "-Wall", "/c", "pool.cpp"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(Count(project.Read("pool.min.cpp"), "unused"), 1U) << outcome.err;
+  EXPECT_EQ(Count(project.Read("pool.report.md"), "accepted by cl."), 1U)
+      << project.Read("pool.report.md");
+  EXPECT_EQ(Count(project.Runs(), "-Wall"), Count(project.Runs(), "clang-cl"));
+}
+
 const char kRefusedByGcc[] =
     "int unused() { return 1; }\n"
     "template <class T>\n"

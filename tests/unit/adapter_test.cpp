@@ -339,6 +339,8 @@ TEST(Invocation, KeepsOutputAndCrashReportsAway) {
             (Command{"none", "-oy", "x.c"}));
   EXPECT_EQ(CompilerCommand(ParseOptions({"--cc=none", "--driver-mode=cl", "x.c"}), "/t"),
             (Command{"none", "/Fo" + output, "--driver-mode=cl", "x.c"}));
+  EXPECT_EQ(CompilerCommand(ParseOptions({"--cc=C:\\vc\\CL.exe", "/c", "/Od", "x.c"}), "/t"),
+            (Command{"C:\\vc\\CL.exe", "/Fo" + output, "/c", "/Od", "x.c"}));
   EXPECT_EQ(SourceName("dir/big.fut.cpp"), "big.cpp");
   EXPECT_EQ(SourceName("big.fut.fut.cpp"), "big.fut.cpp");
   EXPECT_EQ(SourceName("big.cpp"), "big.cpp");
