@@ -71,8 +71,9 @@ class EditList {
   }
   /// True for an edit that is left out of a program of so many words.
   bool IsLeftOut(std::size_t index, std::size_t size) const {
+    if (smallestPart == 0) return false;
     const Range range = (*this)[index].begin()->range;
-    return smallestPart > 0 && range.Size() * smallestPart < size && range.begin + end < size;
+    return range.Size() * smallestPart < size && range.begin + end < size;
   }
 
   void Remove(Range range) { Replace(range, 0); }

@@ -257,6 +257,19 @@ TEST(RefineSearch, LeavesJustWhatIsWanted) {
   }
 }
 
+TEST(RefineSearch, LeavesSmallItemsOfALargeProgramForLater) {
+  std::string source;
+  for (int i = 0; i < 20; ++i) source += kSource;
+  Program program(source);
+  const EditList edits = PassOf("large items").edits(program, Tree(program));
+  std::size_t tried = 0;
+  for (std::size_t i = 0; i < edits.Size(); ++i) tried += !edits.IsLeftOut(i, program.Size());
+  EXPECT_GT(tried, 100U);
+  EXPECT_LT(tried, edits.Size() / 4);
+  const std::vector<std::string> wanted = {"class", "item", "for", "first", "job"};
+  EXPECT_EQ(Accepted(source, wanted, 3, 1), Accepted(source, wanted, 1, 2));
+}
+
 TEST(RefineSearch, LeavesWhatHoldsWheneverItIsStopped) {
   const std::vector<std::string> wanted = {"template", "class", "item", "for", "first", "job"};
   std::size_t smallest = SIZE_MAX;
