@@ -26,7 +26,7 @@ class WordSurvey {
   WordSurvey(const Program& wholeProgram, const Tree& wholeTree);
 
   /// True for brackets with a ";" in them that no further bracket holds.
-  bool HoldsSemicolon(std::uint32_t open) const { return holdsSemicolon[open]; }
+  bool HoldsSemicolon(std::uint32_t at) const { return holdsSemicolon[at]; }
   /// True for angles that only compare, whatever the tree takes them for.
   bool Compares(std::uint32_t angle) const { return compares[angle]; }
   /// True for names that are used as those of types somewhere.

@@ -132,7 +132,9 @@ TEST(SnipwellWaysIn, LeadToTheSameResult) {
        "fake_g++ -c out.cc"},
   };
   for (const auto& row : rows) {
-    if (kIsWindows && row.arguments[0] == "nice") continue;
+    // There is no nice, and each takes seconds.
+    const bool isSimilar = row.folder == std::string("build") && row.arguments.size() > 1;
+    if (kIsWindows && (row.arguments[0] == "nice" || isSimilar)) continue;
     Project project;
     Fill(project);
     const Outcome outcome = project.Snipwell(row.arguments, {}, row.folder);
