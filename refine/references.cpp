@@ -59,7 +59,8 @@ std::uint32_t References::ContainerBody(Range item) const {
 
 void References::Declare() {
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    for (const std::string_view name : DeclaredNames(units[unit])) {
+    functions.push_back(IsFunction(units[unit]));
+    for (const std::string_view name : DeclaredNames(units[unit], functions.back())) {
       const auto number = static_cast<std::uint32_t>(declarers.size());
       const auto [known, isNew] = numbers.emplace(name, number);
       if (isNew) declarers.emplace_back();
@@ -72,7 +73,7 @@ void References::Declare() {
 
 void References::ForgetCommonFunctions(std::vector<std::uint32_t>& all) const {
   constexpr std::ptrdiff_t kMost = 4;
-  const auto isFunction = [this](std::uint32_t unit) { return IsFunction(units[unit]); };
+  const auto isFunction = [this](std::uint32_t unit) { return functions[unit]; };
   if (std::count_if(all.begin(), all.end(), isFunction) <= kMost) return;
   all.erase(std::remove_if(all.begin(), all.end(), isFunction), all.end());
 }
@@ -103,9 +104,8 @@ bool References::IsFunction(Range unit) const {
 
 /// The names that a unit may be used by; more than it declares do no harm. What only adds to a
 /// class, a member that is defined outside or a specialisation, has none.
-std::vector<std::string_view> References::DeclaredNames(Range unit) const {
+std::vector<std::string_view> References::DeclaredNames(Range unit, bool isFunction) const {
   std::vector<std::string_view> names;
-  const bool isFunction = IsFunction(unit);
   bool isEnum = false;
   for (std::uint32_t at = unit.begin; at < unit.end; at = tree.Next(at)) {
     const std::string_view text = program.Text(at);

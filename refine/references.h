@@ -45,7 +45,7 @@ class References {
   void ForgetCommonFunctions(std::vector<std::uint32_t>& all) const;
   bool Holds(Range unit, std::string_view text) const;
   bool IsFunction(Range unit) const;
-  std::vector<std::string_view> DeclaredNames(Range unit) const;
+  std::vector<std::string_view> DeclaredNames(Range unit, bool isFunction) const;
   bool Declares(std::uint32_t at, std::uint32_t end) const;
   bool IsMember(std::uint32_t at) const;
   bool IsSpecialised(std::uint32_t at) const;
@@ -58,6 +58,7 @@ class References {
   std::map<std::uint32_t, const List*> listAt;  // by the first word inside
   std::set<std::string_view> namespaces;        // names of all containers
   std::vector<Range> units;
+  std::vector<bool> functions;  // by unit
   std::vector<Container> containers;  // inner ones before those around them
   std::unordered_map<std::string_view, std::uint32_t> numbers;  // of names that are declared
   std::vector<std::vector<std::uint32_t>> declarers;            // units, by number of a name
