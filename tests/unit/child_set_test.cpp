@@ -15,6 +15,7 @@
 
 #include "platform/signals.h"
 #include "temp_folder.h"
+#include "told_end.h"
 
 namespace snipwell::platform {
 namespace {
@@ -115,14 +116,6 @@ TEST(ChildSet, EndsAllWhenItGoes) {
     while (child.Output().empty()) set.Wait();
   }
   EXPECT_EQ(Running(folder.Read("left")), 0);
-}
-
-/// "status 3", "signal 9", "reason 2", and what ended it.
-std::string Ended(const ChildEnd& end) {
-  std::string told = end.signal != 0 ? "signal " + std::to_string(end.signal)
-                                     : "status " + std::to_string(end.status);
-  if (!end.started) told = "reason " + std::to_string(end.reason);
-  return told + (end.timedOut ? ", timed out" : "") + (end.stopped ? ", stopped" : "");
 }
 
 TEST(ChildSet, TellsHowAChildEnded) {

@@ -18,6 +18,7 @@
 #include "platform/shell.h"
 #include "platform/temporary_folder.h"
 #include "temp_folder.h"
+#include "told_end.h"
 
 namespace snipwell::platform {
 namespace {
@@ -82,14 +83,6 @@ TEST(ChildSet, BringsTheOutputOfManyBackWhole) {
     EXPECT_EQ(children[i]->Output(), 'a' + number + "\nb" + number + '\n');
     EXPECT_EQ(children[i]->End().status, static_cast<int>(i));
   }
-}
-
-/// "status 3", "signal 9", "reason 2", and what ended it.
-std::string Ended(const ChildEnd& end) {
-  std::string told = end.signal != 0 ? "signal " + std::to_string(end.signal)
-                                     : "status " + std::to_string(end.status);
-  if (!end.started) told = "reason " + std::to_string(end.reason);
-  return told + (end.timedOut ? ", timed out" : "") + (end.stopped ? ", stopped" : "");
 }
 
 TEST(ChildSet, TellsHowAChildEnded) {
