@@ -100,6 +100,7 @@ Words VersionOf(Job& job) {
   return lines;
 }
 
+/// A text without the paths that begin in one way.
 std::string WithoutPathsFrom(const std::string& start, const std::string& text) {
   const std::string_view before = " -o ";
   std::string plain;

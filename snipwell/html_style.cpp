@@ -35,7 +35,8 @@ article, pre, .plotted, dl > div {
 dl { display: grid; grid-template-columns: repeat(auto-fit, minmax(9.5rem, 1fr)); gap: .8rem;
      margin-top: 1.6rem; }
 dl > div { padding: .7rem 1rem .8rem; display: flex; flex-direction: column; }
-dd { font-size: clamp(1.15rem, 5vw, 1.55rem); white-space: nowrap; font-weight: 600; line-height: 1.3; font-variant-numeric: tabular-nums; }
+dd { font-size: clamp(1.15rem, 5vw, 1.55rem); white-space: nowrap; font-weight: 600;
+     line-height: 1.3; font-variant-numeric: tabular-nums; }
 dd small { display: block; font-size: 13px; font-weight: 400; }
 .columns { display: grid; gap: 0 1.4rem; align-items: start; }
 .columns > * { min-width: 0; }
