@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kFramesToTell = 3;
 
-/// The first in the alphabet of the functions that stand in the dump again and again, or "": when
+/// The first in the alphabet of the functions that stand in a dump again and again, or "": when
 /// the stack has overflowed, chance decides which of them is on top.
 std::string RecursiveFunction(std::vector<std::string> names) {
   constexpr int kOften = 8;
@@ -26,12 +26,13 @@ std::string RecursiveFunction(std::vector<std::string> names) {
 }
 
 std::string TopFrames(const std::vector<std::string>& lines) {
-  const std::vector<std::string> names = FramesBelowHandler(lines);
-  const std::string recursive = RecursiveFunction(names);
+  const StackDump dump = ReadStackDump(lines);
+  // A stack that could be written down as a whole was deep, but did not overflow.
+  const std::string recursive = dump.whole ? "" : RecursiveFunction(dump.functions);
   if (!recursive.empty()) return "in a recursion through " + recursive;
   std::string told;
-  for (std::size_t i = 0; i < names.size() && i < kFramesToTell; ++i) {
-    told += (i == 0 ? "in " : ", called by ") + names[i];
+  for (std::size_t i = 0; i < dump.functions.size() && i < kFramesToTell; ++i) {
+    told += (i == 0 ? "in " : ", called by ") + dump.functions[i];
   }
   return told;
 }

@@ -49,8 +49,13 @@ bool IsHandler(const StackFrame& frame) {
          (frame.name.empty() && Holds(frame.module, "libLLVM"));
 }
 
-/// The frames above the program's start. A compiler may write a second dump, which tells no more.
-std::vector<StackFrame> Frames(const std::vector<std::string>& lines) {
+bool IsStart(const StackFrame& frame) {
+  return frame.name == "main" || StartsWithOneOf(frame.name, {"__libc_start"});
+}
+
+/// The frames above the program's start, which `whole` tells of. A compiler may write a second
+/// dump, which tells no more.
+std::vector<StackFrame> Frames(const std::vector<std::string>& lines, bool& whole) {
   std::vector<StackFrame> frames;
   bool placeFollows = false;
   for (const std::string& line : lines) {
@@ -59,7 +64,8 @@ std::vector<StackFrame> Frames(const std::vector<std::string>& lines) {
     const bool isPlace = placeFollows && ParsePlaceInCl(line, frame);
     placeFollows = !isPlace && (placeFollows || ErrorNumber(line) == "C1001");
     if (!isPlace && !ParseFrame(line, frame)) continue;
-    if (frame.name == "main" || StartsWithOneOf(frame.name, {"__libc_start"})) break;
+    whole = IsStart(frame);
+    if (whole) break;
     frames.push_back(frame);
   }
   return frames;
@@ -79,16 +85,16 @@ std::vector<StackFrame>::const_iterator BehindSignal(const std::vector<StackFram
 
 }  // namespace
 
-std::vector<std::string> FramesBelowHandler(const std::vector<std::string>& lines) {
-  const std::vector<StackFrame> frames = Frames(lines);
+StackDump ReadStackDump(const std::vector<std::string>& lines) {
+  StackDump dump;
+  const std::vector<StackFrame> frames = Frames(lines, dump.whole);
   auto frame = BehindSignal(frames);
   const bool known = frame != frames.begin();
   frame = std::find_if_not(frame, frames.end(), known ? IsNamedHandler : IsHandler);
-  std::vector<std::string> names;
   for (; frame != frames.end(); ++frame) {
-    names.push_back(frame->name.empty() ? frame->module : frame->name);
+    dump.functions.push_back(frame->name.empty() ? frame->module : frame->name);
   }
-  return names;
+  return dump;
 }
 
 }  // namespace snipwell

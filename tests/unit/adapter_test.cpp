@@ -140,6 +140,8 @@ TEST(CrashHeadline, TellsARecursionWhereverItsStackEnds) {
   EXPECT_EQ(headline, "in a recursion through children");
   dump.erase(dump.begin() + 1);
   EXPECT_EQ(CrashHeadline(dump), headline);
+  dump.push_back("#41 0x0003 main (/bin/x+0x3)");
+  EXPECT_EQ(CrashHeadline(dump), "in children, called by visit, called by children");
 }
 
 TEST(DecidingLine, KnowsWhoIsAtFault) {
