@@ -20,9 +20,10 @@ class BodySearch {
       : program(wholeProgram), tree(wholeTree) {}
 
   /// Cuts that leave declarations, in the order in which they begin: of a body, with the
-  /// initialisers in front of it, or of a whole member that is defined outside of its class, where
-  /// none can be declared. `end` is the text that ends a declaration. `evaluated` chooses those
-  /// that compilers may look into for a constant or a type, or the others.
+  /// initialisers in front of it and the attributes, which a friend may have only with its body, or
+  /// of a whole member that is defined outside of its class, where none can be declared. `end` is
+  /// the text that ends a declaration. `evaluated` chooses those that compilers may look into for a
+  /// constant or a type, or the others.
   std::vector<Cut> Cuts(std::uint32_t end, bool evaluated) const {
     std::vector<Cut> cuts;
     for (const List& list : tree.Lists()) {
@@ -52,12 +53,26 @@ class BodySearch {
       cuts.push_back({item});
       return;
     }
-    for (std::uint32_t at = parameters; at < item.end; at = tree.Next(at)) {
+    const std::uint32_t body = Body({parameters, item.end});
+    if (body == item.end) return;
+    AddAttributes({item.begin, parameters}, cuts);
+    cuts.push_back({{body, item.end}, end});
+  }
+
+  /// Where a body begins, or its initialisers. Braces before it are those of a requirement.
+  std::uint32_t Body(Range range) const {
+    for (std::uint32_t at = range.begin; at < range.end; at = tree.Next(at)) {
       const std::string_view text = program.Text(at);
-      if (text == "=") return;
-      if (text != ":" && text != "{") continue;
-      cuts.push_back({{at, item.end}, end});
-      return;
+      if (text == "=") break;
+      if (text == ":" || text == "try" || (text == "{" && tree.Next(at) == range.end)) return at;
+    }
+    return range.end;
+  }
+
+  void AddAttributes(Range head, std::vector<Cut>& cuts) const {
+    for (std::uint32_t at = head.begin; at < head.end; at = tree.Next(at)) {
+      const bool opens = program.Text(at) == "[" && tree.Opens(at);
+      if (opens && program.Text(at + 1) == "[") cuts.push_back({{at, tree.Next(at)}});
     }
   }
 
