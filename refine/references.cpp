@@ -1,6 +1,7 @@
 #include "refine/references.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "refine/names.h"
 
@@ -60,6 +61,8 @@ std::uint32_t References::ContainerBody(Range item) const {
 void References::Declare() {
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
     functions.push_back(IsFunction(units[unit]));
+    conditions.push_back(Added(units[unit]));
+    if (conditions.back().Size() > 0) continue;
     for (const std::string_view name : DeclaredNames(units[unit], functions.back())) {
       const auto number = static_cast<std::uint32_t>(declarers.size());
       const auto [known, isNew] = numbers.emplace(name, number);
@@ -68,14 +71,22 @@ void References::Declare() {
       if (all.empty() || all.back() != unit) all.push_back(unit);
     }
   }
-  for (std::vector<std::uint32_t>& all : declarers) ForgetCommonFunctions(all);
+  for (std::vector<std::uint32_t>& all : declarers) MakeConditional(all);
 }
 
-void References::ForgetCommonFunctions(std::vector<std::uint32_t>& all) const {
+/// Where functions of a name are many, they declare it no more.
+void References::MakeConditional(std::vector<std::uint32_t>& all) {
   constexpr std::ptrdiff_t kMost = 4;
   const auto isFunction = [this](std::uint32_t unit) { return functions[unit]; };
-  if (std::count_if(all.begin(), all.end(), isFunction) <= kMost) return;
-  all.erase(std::remove_if(all.begin(), all.end(), isFunction), all.end());
+  const auto others = std::stable_partition(all.begin(), all.end(), std::not_fn(isFunction));
+  if (all.end() - others <= kMost) {
+    std::inplace_merge(all.begin(), others, all.end());
+    return;
+  }
+  for (auto unit = others; unit != all.end(); ++unit) {
+    conditions[*unit] = WithParameters(units[*unit]);
+  }
+  all.erase(others, all.end());
 }
 
 /// True when a word of the unit's own level has this text.
@@ -102,8 +113,7 @@ bool References::IsFunction(Range unit) const {
   return false;
 }
 
-/// The names that a unit may be used by; more than it declares do no harm. What only adds to a
-/// class, a member that is defined outside or a specialisation, has none.
+/// The names that a unit may be used by; more than it declares do no harm.
 std::vector<std::string_view> References::DeclaredNames(Range unit, bool isFunction) const {
   std::vector<std::string_view> names;
   bool isEnum = false;
@@ -113,7 +123,6 @@ std::vector<std::string_view> References::DeclaredNames(Range unit, bool isFunct
     if (isEnum && text == "{" && tree.Opens(at)) AddNames({at, tree.Partner(at)}, names);
     if (IsOneOf(text, {"(", "=", ":"}) && !names.empty()) break;
     if (!Declares(at, unit.end)) continue;
-    if (IsMember(at) || IsSpecialised(at)) return {};
     names.push_back(text);
     if (isFunction) return names;
   }
@@ -130,19 +139,40 @@ bool References::Declares(std::uint32_t at, std::uint32_t end) const {
          IsOneOf(program.Text(next), {"(", "{", ";", "=", ":", ",", "[", "final", "__attribute__"});
 }
 
-/// True for "b" of "a::b" and "a<b>::b", unless all in front of it are namespaces.
-bool References::IsMember(std::uint32_t at) const {
+/// "A<int>" of "struct A<int> {}", and "A::" of "int A::f() {}"; empty for other units.
+Range References::Added(Range unit) const {
+  for (std::uint32_t at = unit.begin; at < unit.end; at = tree.Next(at)) {
+    if (!Declares(at, unit.end)) continue;
+    if (IsSpecialised(at)) return {at, tree.Next(at + 1)};
+    return {ClassOf(at), at};
+  }
+  return {unit.begin, unit.begin};
+}
+
+/// The word "a" for "b" of "a::b" and "a<c>::b", unless all in front of it are namespaces; else
+/// the word itself.
+std::uint32_t References::ClassOf(std::uint32_t word) const {
+  std::uint32_t at = word;
   while (at >= 2 && program.Text(at - 1) == "::") {
     at = tree.Previous(at - 1);
     if (at > 0 && program.Text(at) == "<") --at;
-    if (program.Words()[at].kind != TokenKind::Name) break;
-    if (namespaces.count(program.Text(at)) == 0) return true;
+    if (program.Words()[at].kind != TokenKind::Name || IsKeyword(program.Text(at))) break;
+    if (namespaces.count(program.Text(at)) == 0) return at;
   }
-  return false;
+  return word;
 }
 
 bool References::IsSpecialised(std::uint32_t at) const {
   return at + 1 < program.Size() && tree.Opens(at + 1) && program.Text(at + 1) == "<";
+}
+
+/// "f(A a)" of "int f(A a);".
+Range References::WithParameters(Range unit) const {
+  std::uint32_t begin = unit.begin;
+  while (begin < unit.end && !Declares(begin, unit.end)) begin = tree.Next(begin);
+  std::uint32_t end = begin;
+  while (end < unit.end && program.Text(end) != "(") end = tree.Next(end);
+  return {begin, end < unit.end ? tree.Next(end) : unit.end};
 }
 
 void References::AddNames(Range range, std::vector<std::string_view>& names) const {
@@ -152,56 +182,115 @@ void References::AddNames(Range range, std::vector<std::string_view>& names) con
   }
 }
 
+/// The numbers of the names in a range, unless they are members, once each.
+std::vector<std::uint32_t> References::NumbersIn(Range range) const {
+  std::vector<std::uint32_t> found;
+  for (std::uint32_t at = range.begin; at < range.end; ++at) {
+    const auto name = numbers.find(program.Text(at));
+    if (name != numbers.end() && !IsMember(at)) found.push_back(name->second);
+  }
+  std::sort(found.begin(), found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
+  return found;
+}
+
+/// True for "b" of "a.b" and "a->b", but not of "f() -> b" and "{ a } -> b", which are types.
+bool References::IsMember(std::uint32_t at) const {
+  if (at < 2) return false;
+  const std::string_view before = program.Text(at - 1);
+  return before == "." || (before == "->" && !IsOneOf(program.Text(at - 2), {")", "}"}));
+}
+
 void References::FindUses() {
-  uses.resize(units.size());
-  std::vector<std::uint32_t> lastUser(declarers.size(), UINT32_MAX);
+  waitingFor.resize(declarers.size());
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    for (std::uint32_t at = units[unit].begin; at < units[unit].end; ++at) {
-      if (at > 0 && IsOneOf(program.Text(at - 1), {".", "->"})) continue;
-      const auto name = numbers.find(program.Text(at));
-      if (name == numbers.end() || lastUser[name->second] == unit) continue;
-      lastUser[name->second] = unit;
-      uses[unit].push_back(name->second);
+    uses.push_back(NumbersIn(units[unit]));
+    conditionNames.push_back(NumbersIn(conditions[unit]));
+    for (const std::uint32_t name : conditionNames.back()) waitingFor[name].push_back(unit);
+  }
+}
+
+/// The units that come in with others: each unit with a mark, and with it all that it uses.
+class References::Spread {
+ public:
+  explicit Spread(const References& all)
+      : references(all), staying(all.units.size(), false), seen(all.declarers.size(), false) {
+    for (const auto& names : references.conditionNames) missing.push_back(names.size());
+  }
+
+  void Keep(std::uint32_t unit) {
+    Mark(unit);
+    while (!waiting.empty()) {
+      const std::uint32_t next = waiting.back();
+      waiting.pop_back();
+      for (const std::uint32_t name : references.uses[next]) Use(name);
     }
   }
+
+  const std::vector<bool>& Staying() const { return staying; }
+
+ private:
+  void Mark(std::uint32_t unit) {
+    if (!staying[unit]) waiting.push_back(unit);
+    staying[unit] = true;
+  }
+
+  void Use(std::uint32_t name) {
+    if (seen[name]) return;
+    seen[name] = true;
+    for (const std::uint32_t unit : references.declarers[name]) Mark(unit);
+    for (const std::uint32_t unit : references.waitingFor[name]) {
+      if (--missing[unit] == 0) Mark(unit);
+    }
+  }
+
+  const References& references;
+  std::vector<bool> staying;
+  std::vector<bool> seen;            // by number of a name
+  std::vector<std::size_t> missing;  // names of its condition, by unit
+  std::vector<std::uint32_t> waiting;
+};
+
+/// The units that no other uses, and where some use only each other, the last of them.
+void References::FindRoots() {
+  const std::vector<bool> used = UsedUnits();
+  Spread spread(*this);
+  const auto add = [&](std::uint32_t unit) {
+    roots.push_back(unit);
+    spread.Keep(unit);
+  };
+  for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
+    if (!used[unit]) add(unit);
+  }
+  for (auto unit = static_cast<std::uint32_t>(units.size()); unit-- > 0;) {
+    if (!spread.Staying()[unit]) add(unit);
+  }
+  std::sort(roots.begin(), roots.end());
 }
 
 /// A unit that declares a name as well does not use the others that do: they stay or go together.
-void References::FindRoots() {
-  std::vector<bool> used(units.size(), false);
+/// Nor does one use what it has a condition for.
+std::vector<bool> References::UsedUnits() const {
+  std::vector<bool> used;
+  for (const auto& names : conditionNames) used.push_back(!names.empty());
   for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
+    const std::vector<std::uint32_t>& own = conditionNames[unit];
     for (const std::uint32_t name : uses[unit]) {
       const std::vector<std::uint32_t>& all = declarers[name];
       if (std::binary_search(all.begin(), all.end(), unit)) continue;
+      if (std::binary_search(own.begin(), own.end(), name)) continue;
       for (const std::uint32_t declarer : all) used[declarer] = true;
     }
   }
-  for (std::uint32_t unit = 0; unit < units.size(); ++unit) {
-    if (!used[unit]) roots.push_back(unit);
-  }
+  return used;
 }
 
 std::vector<bool> References::UsedWithout(std::size_t first, std::size_t last) const {
-  std::vector<bool> staying(units.size(), false);
-  std::vector<bool> seen(declarers.size(), false);
-  std::vector<std::uint32_t> waiting;
-  const auto keep = [&](std::uint32_t unit) {
-    if (!staying[unit]) waiting.push_back(unit);
-    staying[unit] = true;
-  };
+  Spread spread(*this);
   for (std::size_t i = 0; i < roots.size(); ++i) {
-    if (i < first || i > last) keep(roots[i]);
+    if (i < first || i > last) spread.Keep(roots[i]);
   }
-  while (!waiting.empty()) {
-    const std::uint32_t unit = waiting.back();
-    waiting.pop_back();
-    for (const std::uint32_t name : uses[unit]) {
-      if (seen[name]) continue;
-      seen[name] = true;
-      for (const std::uint32_t declarer : declarers[name]) keep(declarer);
-    }
-  }
-  return staying;
+  return spread.Staying();
 }
 
 std::vector<Range> References::Without(const std::vector<bool>& staying) const {
