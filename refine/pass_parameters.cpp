@@ -85,6 +85,14 @@ void RemoveByNumber(EditList& edits, const Uses& uses) {
   while (most > 0) edits.Add(WithoutNumber(uses, --most));
 }
 
+/// Puts a text in the places that a range has of a name's.
+void ReplaceWithin(std::vector<Cut>& cuts, const Places& places, Range range, std::uint32_t text) {
+  auto place = std::lower_bound(places.begin(), places.end(), range.begin);
+  for (; place != places.end() && *place < range.end; ++place) {
+    cuts.push_back({{*place, *place + 1}, text});
+  }
+}
+
 /// A definition "f(int a, int b) { ... }".
 struct Definition {
   const List* parameters;
@@ -132,12 +140,7 @@ class Arguments {
  private:
   void PutInBody(std::vector<Cut>& cuts, std::string_view name, Range body, Range argument) {
     const auto found = places.find(name);
-    if (found == places.end()) return;
-    const std::uint32_t text = edits.Put(argument);
-    auto place = std::lower_bound(found->second.begin(), found->second.end(), body.begin);
-    for (; place != found->second.end() && *place < body.end; ++place) {
-      cuts.push_back({{*place, *place + 1}, text});
-    }
+    if (found != places.end()) ReplaceWithin(cuts, found->second, body, edits.Put(argument));
   }
 
   EditList& edits;
@@ -166,6 +169,70 @@ std::map<std::string_view, Places> HeadsByName(const Program& program, const Tre
   }
   return heads;
 }
+
+/// Takes template heads away, and gives what their parameters stood for.
+class Heads {
+ public:
+  Heads(EditList& allEdits, const Program& wholeProgram, const Tree& wholeTree)
+      : edits(allEdits),
+        program(wholeProgram),
+        tree(wholeTree),
+        lists(wholeTree),
+        places(PlacesOfNames(wholeProgram)),
+        type(edits.Put("int")),
+        value(edits.Put("0")) {}
+
+  void Remove() {
+    for (const auto& [name, heads] : HeadsByName(program, tree)) {
+      std::vector<Cut> cuts;
+      for (const std::uint32_t head : heads) cuts.push_back({{head - 1, tree.Next(head)}});
+      for (const std::uint32_t use : GroupsBehind(program, tree, places.at(name), "<")) {
+        cuts.push_back({{use, tree.Next(use)}});
+      }
+      edits.Add(cuts);
+      const std::size_t before = cuts.size();
+      for (const std::uint32_t head : heads) ReplaceParameters(head, cuts);
+      if (cuts.size() > before) edits.Add(cuts);
+    }
+  }
+
+ private:
+  /// A type for types and a value for values, up to the end of what the head stands before.
+  void ReplaceParameters(std::uint32_t head, std::vector<Cut>& cuts) const {
+    const List* const parameters = lists.At(head);
+    if (parameters == nullptr) return;
+    const Range scope = {tree.Next(head), EndOfDeclaration(tree.Next(head))};
+    for (const Range parameter : parameters->items) {
+      const auto named = places.find(NameOf(parameter));
+      if (named == places.end()) continue;
+      const std::string_view kind = program.Text(parameter.begin);
+      const bool isType = kind == "typename" || kind == "class";
+      ReplaceWithin(cuts, named->second, scope, isType ? type : value);
+    }
+  }
+
+  std::uint32_t EndOfDeclaration(std::uint32_t at) const {
+    while (at < program.Size() && program.Text(at) != ";" && program.Text(at) != "{") {
+      at = tree.Next(at);
+    }
+    return at < program.Size() ? tree.Next(at) : at;
+  }
+
+  /// "T" of "class T" and of "class T = int"; nothing when it has no name.
+  std::string_view NameOf(Range parameter) const {
+    std::uint32_t end = parameter.begin;
+    while (end < parameter.end && program.Text(end) != "=") end = tree.Next(end);
+    return end < parameter.begin + 2 ? std::string_view() : program.Text(end - 1);
+  }
+
+  EditList& edits;
+  const Program& program;
+  const Tree& tree;
+  const ListsByOpening lists;
+  const std::map<std::string_view, Places> places;
+  const std::uint32_t type;
+  const std::uint32_t value;
+};
 
 }  // namespace
 
@@ -202,15 +269,7 @@ EditList InlineArguments(const Program& program, const Tree& tree) {
 
 EditList RemoveTemplateHeads(const Program& program, const Tree& tree) {
   EditList edits;
-  const auto places = PlacesOfNames(program);
-  for (const auto& [name, heads] : HeadsByName(program, tree)) {
-    std::vector<Cut> cuts;
-    for (const std::uint32_t head : heads) cuts.push_back({{head - 1, tree.Next(head)}});
-    for (const std::uint32_t use : GroupsBehind(program, tree, places.at(name), "<")) {
-      cuts.push_back({{use, tree.Next(use)}});
-    }
-    edits.Add(std::move(cuts));
-  }
+  Heads(edits, program, tree).Remove();
   return edits;
 }
 

@@ -49,7 +49,7 @@ EditList PlainTypes(const Program& program, const Tree& tree);
 
 /// void f(int a, int b); f(1, 2);  ->  void f(int b); f(2);
 EditList RemoveParameters(const Program& program, const Tree& tree);
-/// template <class T> T f(); f<int>();  ->  T f(); f();
+/// template <class T> T f(); f<int>();  ->  T f(); f();  or  int f(); f();
 EditList RemoveTemplateHeads(const Program& program, const Tree& tree);
 /// int a; int b = a; a = b;  ->  int b;  and  a::b c(a::d);  ->  b c(d);
 /// F(a) F(b) c  ->  c                    and  int *a; a->b;  ->  int a; a.b;

@@ -36,7 +36,8 @@ class Search {
   Search(Judge& programJudge, Program start, Accepted onAccepted);
 
   /// Runs the passes, one after the other and round again, until none of them gains anything. One
-  /// that gains much is followed by the first, unless it is to be followed by the next. False when the judge has stopped it.
+  /// that gains much is followed by the first, unless it is to be followed by the next. False when
+  /// the judge has stopped it.
   bool Run(const std::vector<Pass>& passes);
 
   const Program& Result() const { return program; }
