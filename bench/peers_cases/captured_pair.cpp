@@ -1,43 +1,40 @@
 // Finds the shortest way through a small net of streets.
-#include <limits>
-#include <map>
 #include <queue>
-#include <string>
 #include <utility>
 #include <vector>
 
 namespace net {
 
-using Name = std::string;
+using Name = std::size_t;
 
 class Streets {
  public:
-  void Add(const Name& from, const Name& to, int length) {
+  void Add(Name from, Name to, int length) {
+    ways_.resize(std::max(ways_.size(), std::max(from, to) + 1));
     ways_[from].emplace_back(to, length);
     ways_[to].emplace_back(from, length);
   }
 
-  int Shortest(const Name& start, const Name& goal) const {
+  int Shortest(Name start, Name goal) const {
     std::priority_queue<std::pair<int, Name>> open;
-    std::map<Name, int> known;
+    std::vector<bool> known(ways_.size());
     open.emplace(0, start);
     while (!open.empty()) {
       auto [length, place] = open.top();
       open.pop();
       if (place == goal) return -length;
-      if (!known.emplace(place, length).second) continue;
-      const auto ways = ways_.find(place);
-      if (ways == ways_.end()) continue;
+      if (known[place]) continue;
+      known[place] = true;
       auto follow = [&open, &known, length](const std::pair<Name, int>& way) {
-        if (!known.count(way.first)) open.emplace(length - way.second, way.first);
+        if (!known[way.first]) open.emplace(length - way.second, way.first);
       };
-      for (const auto& way : ways->second) follow(way);
+      for (const auto& way : ways_[place]) follow(way);
     }
-    return std::numeric_limits<int>::max();
+    return -1;
   }
 
  private:
-  std::map<Name, std::vector<std::pair<Name, int>>> ways_;
+  std::vector<std::vector<std::pair<Name, int>>> ways_;  // by where they begin
 };
 
 }  // namespace net
@@ -45,9 +42,9 @@ class Streets {
 #include <sqlite3.h>
 
 void Load(sqlite3_stmt* statement, net::Streets& streets) {
-  auto text = [&](int column) {
-    return net::Name(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
+  auto name = [&](int column) {
+    return static_cast<net::Name>(sqlite3_column_int64(statement, column));
   };
   while (sqlite3_step(statement) == SQLITE_ROW)
-    streets.Add(text(0), text(1), sqlite3_column_int(statement, 2));
+    streets.Add(name(0), name(1), sqlite3_column_int(statement, 2));
 }

@@ -1,8 +1,5 @@
 // A sheet of cells whose constructors throw or not, depending on their width.
-#include <algorithm>
-#include <map>
-#include <memory>
-#include <string>
+#include <utility>
 #include <vector>
 
 namespace sheet {
@@ -10,7 +7,7 @@ namespace sheet {
 template <int Width>
 struct Cell {
   Cell() noexcept(Width > 0);
-  std::string text;
+  const char* text;
 };
 
 template <int Width>
@@ -22,8 +19,8 @@ struct Row {
 
 struct Page {
   Page(Row<1> row);
-  std::map<std::string, std::size_t> widths;
-  std::shared_ptr<Page> next;
+  std::vector<std::pair<const char*, std::size_t>> widths;
+  Page* next;
 };
 
 }  // namespace sheet
@@ -36,12 +33,12 @@ Page front = {{}};
 
 std::size_t Widest(const Page& page) {
   std::size_t widest = 0;
-  for (const auto& [name, width] : page.widths) widest = std::max(widest, width + name.size());
+  for (const auto& [name, width] : page.widths) widest = std::max(widest, width);
   return page.next ? std::max(widest, Widest(*page.next)) : widest;
 }
 
 void Print(const Page& page) {
-  for (const auto& [name, width] : page.widths) std::printf("%s: %zu\n", name.c_str(), width);
+  for (const auto& [name, width] : page.widths) std::printf("%s: %zu\n", name, width);
   std::printf("%zu\n", Widest(page));
 }
 
@@ -52,6 +49,6 @@ void Print(const Page& page) {
 unsigned long Checksum(const sheet::Page& page) {
   unsigned long sum = crc32(0, nullptr, 0);
   for (const auto& [name, width] : page.widths)
-    sum = crc32(sum, reinterpret_cast<const Bytef*>(name.data()), static_cast<uInt>(width));
+    sum = crc32(sum, reinterpret_cast<const Bytef*>(name), static_cast<uInt>(width));
   return sum;
 }

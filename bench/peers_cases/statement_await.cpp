@@ -1,11 +1,20 @@
 // A connection that reads lines; TRY leaves the coroutine's happy path short.
 #include <coroutine>
 #include <exception>
-#include <optional>
-#include <string>
-#include <vector>
+#include <utility>
 
 namespace net {
+
+struct Line {
+  const char* text = nullptr;
+  ~Line() { text = nullptr; }
+};
+
+struct Outcome {
+  Line line;
+  explicit operator bool() const { return line.text != nullptr; }
+  Line& operator*() { return line; }
+};
 
 struct Task {
   struct promise_type {
@@ -19,10 +28,10 @@ struct Task {
 };
 
 struct ReadLine {
-  std::string buffer;
-  bool await_ready() const noexcept { return !buffer.empty(); }
+  Line buffer;
+  bool await_ready() const noexcept { return buffer.text != nullptr; }
   void await_suspend(std::coroutine_handle<>) const noexcept {}
-  std::optional<std::string> await_resume() { return std::move(buffer); }
+  Outcome await_resume() { return {std::move(buffer)}; }
 };
 
 }  // namespace net
@@ -30,33 +39,32 @@ struct ReadLine {
 #define TRY(expression)                     \
   ({                                        \
     auto outcome = (expression);            \
-    if (!outcome) outcome = std::string(); \
+    if (!outcome) outcome = net::Outcome(); \
     std::move(*outcome);                    \
   })
 
-#include <deque>
-#include <map>
+#include <vector>
 
 namespace net {
 
 struct Connection {
-  std::map<std::string, std::string> headers;
-  std::deque<std::string> lines;
+  Line request;
+  std::vector<Line> lines;
   Task Serve();
   Task Skip(int count);
 };
 
 Task Connection::Skip(int count) {
   while (count-- > 0) {
-    auto line = co_await ReadLine{"skipped"};
+    auto line = co_await ReadLine{{"skipped"}};
     if (line) lines.push_back(*line);
   }
 }
 
 Task Connection::Serve() {
-  std::string request = TRY(co_await ReadLine{"GET /"});
-  headers["request"] = request;
-  lines.push_back(request);
+  Line line = TRY(co_await ReadLine{{"GET /"}});
+  request = line;
+  lines.push_back(line);
 }
 
 }  // namespace net
