@@ -33,19 +33,18 @@ bool EndsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-/// The user's own command, for whatever text.
-Form AsGiven(const Job& job, Form form) {
-  form.command = ForCopies(job.command);
-  return form;
-}
-
 /// Asks a second time before it gives in: there are crashes that vary, and machines that are busy.
 /// What other compilers have to say of the text they have said before.
-bool FailsAsGiven(Job& job, const Form& form) {
-  const Form given = AsGiven(job, form);
+bool Fails(Job& job, const Form& form) {
   Question question = job.question;
   question.acceptedBy.clear();
-  return job.workshop.Holds(given, question) || job.workshop.Holds(given, question);
+  return job.workshop.Holds(form, question) || job.workshop.Holds(form, question);
+}
+
+/// The same with the user's own command.
+bool FailsAsGiven(Job& job, Form form) {
+  form.command = ForCopies(job.command);
+  return Fails(job, form);
 }
 
 /// Goes back to the program before when that fails with the user's own command, and the last does
@@ -61,7 +60,10 @@ void CheckWithOwnCommand(Job& job) {
     job.Take(form->text);
     return job.Remark("The last step is undone: with the command as given it failed otherwise.");
   }
-  job.Remark("With the command as given the result fails otherwise: use the reduced command.");
+  job.Remark(Fails(job, job.form)
+                 ? "With the command as given the result fails otherwise: use the reduced command."
+                 : "The result fails only sometimes: with --repeat=5 it has to fail five times of "
+                   "five.");
 }
 
 /// A command for the result as people would give it: without what only keeps the compiler's files

@@ -70,6 +70,7 @@ bool Holds(const Line& line, const Compilation& made) {
   if (line.word == "noarg") return given == 0;
   if (line.word == "source") return contains(made.file);
   if (line.word == "run") return made.run == std::stoi(line.rest);
+  if (line.word == "until") return made.run <= std::stoi(line.rest);
   if (line.word == "even") return made.run % 2 == 0;
   return true;  // an action
 }

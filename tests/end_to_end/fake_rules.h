@@ -31,6 +31,7 @@ bool HasInOrder(const std::string& text, const std::string& words);
 ///   noarg -O2               this argument was not given
 ///   source /snip/           the name of the file to compile holds this text
 ///   run 3                   this is the third run
+///   until 9                 this is the ninth run, or an earlier one
 ///   even                    the number of this run is even
 ///   out {file}(2) : error   write a line on standard output; {file} is the file to compile
 ///   err warning             write a line on standard error

@@ -266,6 +266,14 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
   }
 }
 
+TEST(Snipwell, SaysThatTheFailureDoesNotComeAgain) {
+  Project project;
+  project.SetRules(CrashOn("take", "f", "until 9\n"));
+  const Outcome outcome = project.Reduce({"-j1", "--stages=refine"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(Count(outcome.err, "The result fails only sometimes"), 1U) << outcome.err;
+}
+
 TEST(Snipwell, KeepsACompilerThatWritesWithoutEnd) {
   Project project;
   project.Write("pool.cpp", "int take(){}");
