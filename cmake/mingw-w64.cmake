@@ -18,8 +18,6 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 
 find_program(WINE NAMES wine wine64)
 if(WINE)
-  # A Wine of the build's own, without messages and without windows that ask something.
-  set(CMAKE_CROSSCOMPILING_EMULATOR
-      env WINEPREFIX=${CMAKE_BINARY_DIR}/wine WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
-      ${WINE})
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/run-in-wine ${WINE}
+                                    ${CMAKE_BINARY_DIR}/wine)
 endif()

@@ -269,7 +269,7 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
 TEST(Snipwell, SaysThatTheFailureDoesNotComeAgain) {
   Project project;
   project.SetRules(CrashOn("take", "f", "until 9\n"));
-  const Outcome outcome = project.Reduce({"-j1", "--stages=refine"});
+  const Outcome outcome = project.Reduce({"--stages=refine"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(Count(outcome.err, "The result fails only sometimes"), 1U) << outcome.err;
 }
