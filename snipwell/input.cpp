@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "compile/bug_report.h"
@@ -75,14 +76,25 @@ Input FromTest(const Settings& settings) {
   return input;
 }
 
+/// Completes the second command with the source, and with the libraries that stand behind it in the
+/// first.
+void AddSource(WrongCode& wrong) {
+  std::vector<std::string>& other = wrong.otherWords;
+  if (std::count(other.begin(), other.end(), wrong.source) != 0) return;
+  const auto isLibrary = [](const std::string& word) {
+    return word.rfind("-l", 0) == 0 || word.rfind("-L", 0) == 0;
+  };
+  const auto source = std::find(wrong.words.begin(), wrong.words.end(), wrong.source);
+  other.push_back(wrong.source);
+  std::copy_if(source, wrong.words.end(), std::back_inserter(other), isLibrary);
+}
+
 Input FromWrongCode(const Settings& settings, Workshop& workshop) {
   Input input = FromCommand(settings.words, "");
   const std::string& source = input.command.source;
   WrongCode wrong = {settings.words, SplitWords(settings.wrongCode, UsersQuoting()), source,
                      fs::path(source).filename().string()};
-  if (std::count(wrong.otherWords.begin(), wrong.otherWords.end(), source) == 0) {
-    wrong.otherWords.push_back(source);
-  }
+  AddSource(wrong);
   input.given.insert(input.given.begin(), {"snipwell", "--wrong-code=" + settings.wrongCode});
   input.test = WrongCodeTest(wrong, input.source, workshop, input.remarks);
   return input;

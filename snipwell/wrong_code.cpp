@@ -154,6 +154,10 @@ void RefuseWithoutShell() {
                "--wrong-code= needs sh with its tools: put those of Git for Windows into PATH");
 }
 
+void RefuseUnless(bool holds, const std::string& otherwise) {
+  if (!holds) throw RunEnd(DoesNotFail, otherwise);
+}
+
 Words UsableWarnings(const WrongCode& wrong, const Words& words, const std::string& file,
                      Workshop& workshop) {
   const std::filesystem::path script = workshop.Folder() / "warnings.sh";
@@ -199,11 +203,12 @@ std::vector<std::string> WrongCodeTest(const WrongCode& wrong, const std::string
   const auto build = [&](const Words& words, const char* name) {
     return Build(wrong, words, UsableWarnings(wrong, words, file, workshop), name);
   };
-  if (!holdsWith(build(wrong.words, "a") + build(wrong.otherWords, "b") + kCompare)) {
-    throw RunEnd(DoesNotFail,
-                 "both commands build a program that prints and returns the same, "
-                 "or one of them cannot build it");
-  }
+  RefuseUnless(holdsWith(build(wrong.words, "a")),
+               "the command builds no program that ends within five seconds");
+  RefuseUnless(holdsWith(build(wrong.otherWords, "b")),
+               "the command behind --wrong-code= builds no program that ends within five seconds");
+  RefuseUnless(holdsWith(kCompare),
+               "both commands build a program that prints and returns the same");
   holdsWith(kRefuseNull);
   if (!holdsWith(Checked(wrong, wrong.otherWords, kSanitizers))) {
     missing.emplace_back(

@@ -306,12 +306,18 @@ TEST(SnipwellWaysIn, WorkWithCompilersAsTheyAre) {
 TEST(SnipwellWaysIn, CompareTwoBuildsOfAProgram) {
   Project project;
   project.Write("pool.c",
-                "int unused(int a) { return a; }\n"
+                "double cos(double);\n"
+                "double unused(double a) { return cos(a); }\n"
                 "int main(void) { char c = (char)200; return c < 0; }\n");
   if (Shell(project, "gcc --version >test_out 2>&1") != 0) GTEST_SKIP() << "no gcc is installed";
-  std::vector<std::string> words = {
-      "--stages=snip", "--wrong-code=gcc -funsigned-char", "gcc", "-fsigned-char", "pool.c", "-o",
-      "pool"};
+  std::vector<std::string> words = {"--stages=snip",
+                                    "--wrong-code=gcc -funsigned-char",
+                                    "gcc",
+                                    "-fsigned-char",
+                                    "pool.c",
+                                    "-lm",
+                                    "-o",
+                                    "pool"};
   const Outcome outcome = project.Snipwell(words, kRealPrograms);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   const std::string result = project.Read("pool.min.c");
