@@ -170,7 +170,7 @@ std::map<std::string_view, Places> HeadsByName(const Program& program, const Tre
   return heads;
 }
 
-/// Takes template heads away, and gives what their parameters stood for.
+/// Takes template heads away, also with something that stands for their parameters.
 class Heads {
  public:
   Heads(EditList& allEdits, const Program& wholeProgram, const Tree& wholeTree)

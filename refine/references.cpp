@@ -74,7 +74,7 @@ void References::Declare() {
   for (std::vector<std::uint32_t>& all : declarers) MakeConditional(all);
 }
 
-/// Where functions of a name are many, they declare it no more.
+/// Where functions of a name are many, they declare it no more, but have a condition.
 void References::MakeConditional(std::vector<std::uint32_t>& all) {
   constexpr std::ptrdiff_t kMost = 4;
   const auto isFunction = [this](std::uint32_t unit) { return functions[unit]; };

@@ -46,7 +46,7 @@ class References {
   void AddItem(Range item);
   std::uint32_t ContainerBody(Range item) const;
   void Declare();
-  void MakeConditional(std::vector<std::uint32_t>& functionsOfName);
+  void MakeConditional(std::vector<std::uint32_t>& all);
   bool Holds(Range unit, std::string_view text) const;
   bool IsFunction(Range unit) const;
   std::vector<std::string_view> DeclaredNames(Range unit, bool isFunction) const;
