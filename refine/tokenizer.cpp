@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -16,10 +15,12 @@ namespace snipwell {
 namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool IsPrinted(char c) { return c > ' ' && c <= '~'; }
 
 bool IsNameStart(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return std::isalpha(byte) != 0 || c == '_' || c == '$' || byte >= 0x80;
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
+         static_cast<unsigned char>(c) >= 0x80;
 }
 
 bool IsNamePart(char c) { return IsNameStart(c) || IsDigit(c); }
@@ -33,6 +34,8 @@ constexpr std::array<std::string_view, 4> kPrefixes = {"L", "u8", "u", "U"};
 constexpr std::array<std::string_view, 5> kRawPrefixes = {"R", "LR", "u8R", "uR", "UR"};
 constexpr std::array<std::string_view, 5> kIncludes = {"include", "include_next", "import",
                                                        "__has_include", "embed"};
+/// The most frequent punctuators, with which no longer one starts.
+constexpr std::string_view kAlone = "(){}[];,";
 constexpr std::array<std::string_view, 33> kPunctuators = {
     "%:%:", "...", "->*", "<=>", "<<=", ">>=", "##", "::", ".*", "->", "++",
     "--",   "+=",  "-=",  "*=",  "/=",  "%=",  "^=", "&=", "|=", "<<", ">>",
@@ -65,6 +68,7 @@ class Scan {
 
   /// The length of a line splice at `place`, or 0.
   std::size_t Splice(std::size_t place) const {
+    if (place >= text.size() || text[place] != '\\') return 0;
     if (text.compare(place, 2, "\\\n") == 0) return 2;
     return text.compare(place, 3, "\\\r\n") == 0 ? 3 : 0;
   }
@@ -72,9 +76,9 @@ class Scan {
   TokenKind Next() {
     const char c = Peek();
     if (inDirective && c == '\n') return End();
-    if (std::isspace(static_cast<unsigned char>(c)) != 0 || Splice(at) != 0) return Blank();
-    if (StartsWith("//")) return LineComment();
-    if (StartsWith("/*")) return BlockComment();
+    if (IsBlank(c) || Splice(at) != 0) return Blank();
+    if (c == '/' && Peek(1) == '/') return LineComment();
+    if (c == '/' && Peek(1) == '*') return BlockComment();
     if (c == '"' || c == '\'') return Literal(c);
     if (IsNameStart(c)) return NameOrLiteral();
     if (IsDigit(c) || (c == '.' && IsDigit(Peek(1)))) return Number();
@@ -107,7 +111,7 @@ class Scan {
       const char c = Peek();
       if (at >= text.size() || (inDirective && c == '\n')) break;
       const std::size_t splice = Splice(at);
-      if (splice == 0 && std::isspace(static_cast<unsigned char>(c)) == 0) break;
+      if (splice == 0 && !IsBlank(c)) break;
       at += splice == 0 ? 1 : splice;
       if (splice == 0 && c == '\n') atLineStart = true;
     }
@@ -157,7 +161,7 @@ class Scan {
   void PassNameParts() {
     for (;;) {
       while (IsNamePart(Peek())) ++at;
-      const std::size_t splice = at < text.size() ? Splice(at) : 0;
+      const std::size_t splice = Splice(at);
       if (splice == 0 || !IsNamePart(Peek(splice))) return;
       at += splice;
     }
@@ -195,13 +199,16 @@ class Scan {
   }
 
   TokenKind Punctuator() {
+    const char c = Peek();
+    at += kAlone.find(c) == npos ? LengthOfPunctuator() : 1;
+    return IsPrinted(c) ? TokenKind::Punctuator : TokenKind::Other;
+  }
+
+  std::size_t LengthOfPunctuator() const {
     for (const std::string_view punctuator : kPunctuators) {
-      if (!StartsWith(punctuator) || OpensWithScope(punctuator)) continue;
-      at += punctuator.size();
-      return TokenKind::Punctuator;
+      if (StartsWith(punctuator) && !OpensWithScope(punctuator)) return punctuator.size();
     }
-    return std::ispunct(static_cast<unsigned char>(text[at++])) != 0 ? TokenKind::Punctuator
-                                                                     : TokenKind::Other;
+    return 1;
   }
 
   static constexpr std::size_t npos = std::string_view::npos;
