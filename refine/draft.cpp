@@ -18,7 +18,10 @@ std::size_t WeightOf(const Word& word, std::string_view text) {
 }  // namespace
 
 Draft::Draft(Program& baseProgram, const EditList& passEdits)
-    : program(baseProgram), edits(passEdits), states(baseProgram.Size(), kKept) {
+    : program(baseProgram),
+      edits(passEdits),
+      whole(Writer::WriteWhole(program)),
+      states(baseProgram.Size(), kKept) {
   for (std::uint32_t i = 0; i < states.size(); ++i) size.weight += SizeOf(i).weight;
   size.tokens = states.size();
 }
@@ -83,33 +86,44 @@ std::vector<Word> Draft::WordsOf(const PutIn& put) {
   return {first + put.words.begin, first + put.words.end};
 }
 
+/// Takes the ranges of words that are kept, and the words of the texts between them.
+template <typename TakeKept, typename TakePut>
+void Draft::EachPart(const TakeKept& takeKept, const TakePut& takePut) const {
+  for (std::uint32_t i = 0; i < states.size(); ++i) {
+    const std::uint32_t begin = i;
+    while (i < states.size() && states[i] == kKept) ++i;
+    if (begin < i) takeKept(Range{begin, i});
+    if (i < states.size() && states[i] != kGone) EachPutWord(i, takePut);
+  }
+}
+
 /// Words of texts are as if they had always stood at their place.
 template <typename Take>
-void Draft::EachWord(const Take& take) const {
-  for (std::size_t i = 0; i < states.size(); ++i) {
-    const Word& place = program.Words()[i];
-    if (states[i] == kKept) take(place);
-    if (states[i] == kKept || states[i] == kGone) continue;
-    std::optional<Gap> gap = place.gap;  // of the first one
-    for (Word word : texts[states[i]].words) {
-      word.origin = place.origin;
-      word.gap = gap.value_or(word.gap);
-      gap.reset();
-      take(word);
-    }
+void Draft::EachPutWord(std::uint32_t index, const Take& take) const {
+  const Word& place = program.Words()[index];
+  std::optional<Gap> gap = place.gap;  // of the first one
+  for (Word word : texts[states[index]].words) {
+    word.origin = place.origin;
+    word.gap = gap.value_or(word.gap);
+    gap.reset();
+    take(word);
   }
 }
 
 std::vector<Word> Draft::Words() const {
   std::vector<Word> words;
   words.reserve(size.tokens);
-  EachWord([&](const Word& word) { words.push_back(word); });
+  const auto first = program.Words().begin();
+  EachPart([&](Range kept) { words.insert(words.end(), first + kept.begin, first + kept.end); },
+           [&](const Word& word) { words.push_back(word); });
   return words;
 }
 
 std::string Draft::Render() const {
   Writer writer(program);
-  EachWord([&](const Word& word) { writer.Append(word); });
+  writer.Reserve(whole.text.size());
+  EachPart([&](Range kept) { writer.Append(kept, whole); },
+           [&](const Word& word) { writer.Append(word); });
   return writer.Take();
 }
 

@@ -8,6 +8,7 @@
 
 #include "refine/edit.h"
 #include "refine/program.h"
+#include "refine/writer.h"
 
 namespace snipwell {
 
@@ -54,11 +55,14 @@ class Draft {
   Size SizeOf(std::uint32_t index) const;
   void Know(std::uint32_t text);
   std::vector<Word> WordsOf(const PutIn& put);
+  template <typename TakeKept, typename TakePut>
+  void EachPart(const TakeKept& takeKept, const TakePut& takePut) const;
   template <typename Take>
-  void EachWord(const Take& take) const;
+  void EachPutWord(std::uint32_t index, const Take& take) const;
 
   Program& program;
   const EditList& edits;
+  const Rendering whole;  // before the first edit
   std::vector<std::uint32_t> states;
   std::vector<std::pair<std::uint32_t, std::uint32_t>> before;  // what the last edit has changed
   std::vector<PutText> texts;                                   // by number

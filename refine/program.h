@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -49,6 +48,8 @@ class Program {
   explicit Program(std::string source, Blanks writtenBlanks = Blanks::Needed);
 
   std::size_t Size() const { return words.size(); }
+  Blanks WrittenBlanks() const { return blanks; }
+  const std::string& Pool() const { return pool; }
   const std::vector<Word>& Words() const { return words; }
   std::string_view Text(std::size_t index) const { return Text(words[index]); }
   std::string_view Text(const Word& word) const {
@@ -64,36 +65,11 @@ class Program {
   std::string Render() const;
 
  private:
-  friend class Writer;
-
   void AppendWords(std::uint32_t from, std::vector<Word>& to) const;
 
   std::string pool;
   std::vector<Word> words;
   Blanks blanks;
 };
-
-/// Writes words of a program, one after the other. Tokens that no blank parted stay together;
-/// others are parted where they would be read as one.
-class Writer {
- public:
-  /// Borrows the program.
-  explicit Writer(const Program& wholeProgram) : program(wholeProgram) {}
-
-  void Append(const Word& word);
-  /// What was written.
-  std::string Take() { return std::move(text); }
-
- private:
-  void AppendGap(const Word& word);
-
-  const Program& program;
-  std::string text;
-  std::optional<Word> before;
-  bool inDirective = false;
-};
-
-/// True when two tokens that stand side by side without a blank may be read as others.
-bool MergeWhenJoined(std::string_view left, std::string_view right);
 
 }  // namespace snipwell

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "refine/writer.h"
+
 namespace snipwell {
 
 namespace {

@@ -10,6 +10,7 @@
 #include "refine/program.h"
 #include "refine/tokenizer.h"
 #include "refine/tree.h"
+#include "refine/writer.h"
 
 namespace snipwell {
 
@@ -61,6 +62,13 @@ inline std::string ComplaintAboutRendering(const std::string& text) {
   return TextsOf(program, program.Words()) == TextsOf(again, again.Words())
              ? ""
              : "read again it has other tokens";
+}
+
+/// A draft's text, written without copying more than a word at a time.
+inline std::string SlowlyRendered(const Program& program, const Draft& draft) {
+  Writer writer(program);
+  for (const Word& word : draft.Words()) writer.Append(word);
+  return writer.Take();
 }
 
 inline bool Contains(Range outer, Range inner) {
@@ -115,6 +123,7 @@ inline std::string ComplaintAboutEdits(Program& program, const EditList& edits) 
     }
     draft.Make(number);
     if (TextsOf(program, draft) != expected) return "an edit takes other words than it names";
+    if (SlowlyRendered(program, draft) != draft.Render()) return "an edit is written wrongly";
     draft.Undo();
     if (TextsOf(program, draft) != whole) return "an edit is not taken back";
   }
