@@ -9,6 +9,10 @@ std::string QuoteArgument(const std::string& argument) {
   if (!argument.empty() && argument.find_first_of(" \t\n\v\"") == std::string::npos) {
     return argument;
   }
+  return PutInQuotes(argument);
+}
+
+std::string PutInQuotes(const std::string& argument) {
   std::string quoted = "\"";
   std::size_t backslashes = 0;
   for (const char c : argument) {

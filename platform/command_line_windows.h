@@ -9,6 +9,8 @@ namespace snipwell::platform {
 /// blanks, quotes and backslashes included, by the rules that C runtimes take a command line apart
 /// with.
 std::string QuoteArgument(const std::string& argument);
+/// The same between quotes, be they needed or not.
+std::string PutInQuotes(const std::string& argument);
 
 /// The command line of a program: the arguments, each quoted where it must be, parted by blanks.
 /// The command interpreter is not told its command by those rules: behind "/s /c" it takes off the

@@ -20,16 +20,24 @@ namespace fs = std::filesystem;
 /// The words before the command.
 std::vector<std::string> InterpreterWords() { return {CommandInterpreter(), "/d", "/s", "/c"}; }
 
+bool IsPlain(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return std::isalnum(byte) != 0 || std::string_view("_@%+=:,./-\\").find(c) != std::string::npos;
+}
+
 /// The interpreter gives a meaning to more characters than programs do; between quotes to none but
-/// the percent sign.
+/// the percent sign. It takes every quote for the end of what is quoted, so in a word that has one,
+/// carets stand before all that it would see.
 std::string Quoted(const std::string& word) {
-  const auto isPlain = [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return std::isalnum(byte) != 0 || std::string_view("_@%+=:,./-\\").find(c) != std::string::npos;
-  };
-  if (std::all_of(word.begin(), word.end(), isPlain)) return QuoteArgument(word);
-  const std::string quoted = QuoteArgument(word + ' ');  // a blank brings quotes
-  return quoted.substr(0, quoted.size() - 2) + '"';
+  if (std::all_of(word.begin(), word.end(), IsPlain)) return QuoteArgument(word);
+  const std::string quoted = PutInQuotes(word);
+  if (word.find('"') == std::string::npos) return quoted;
+  std::string line;
+  for (const char c : quoted) {
+    line += std::string_view("\"&|<>()^").find(c) == std::string_view::npos ? "" : "^";
+    line += c;
+  }
+  return line;
 }
 
 }  // namespace
