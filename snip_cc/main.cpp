@@ -25,6 +25,7 @@
 #include "failure/deciding_line.h"
 #include "failure/line_rewriter.h"
 #include "platform/arguments.h"
+#include "platform/console.h"
 #include "platform/signals.h"
 #include "platform/temporary_folder.h"
 #include "snip_cc/invocation.h"
@@ -162,6 +163,7 @@ int Main(const std::vector<std::string>& words) {
 }  // namespace snipwell::snip_cc
 
 int main(int argc, char** argv) {
+  const snipwell::platform::ConsoleStreams console;
   try {
     const snipwell::platform::Arguments arguments(argc, argv);
     return snipwell::snip_cc::Main(arguments.Words());

@@ -7,11 +7,13 @@
 #include <iostream>
 
 #include "platform/arguments.h"
+#include "platform/console.h"
 #include "snipwell/exit_status.h"
 #include "snipwell/reduction.h"
 #include "snipwell/settings.h"
 
 int main(int argc, char** argv) {
+  const snipwell::platform::ConsoleStreams console;
   try {
     snipwell::Settings settings;
     snipwell::platform::Arguments arguments(argc, argv);
