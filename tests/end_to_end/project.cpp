@@ -71,11 +71,11 @@ Project::Texts Project::AllTexts() const {
   return texts;
 }
 
-Outcome Project::Snipwell(const std::vector<std::string>& arguments,
-                          const std::vector<std::string>& environment, const std::string& folder) {
+Outcome Project::Run(const std::string& tool, const std::vector<std::string>& arguments,
+                     const std::vector<std::string>& environment, const std::string& folder) {
   const std::string temporary = (Folder() / "test_tmp").string();
   Start start;
-  start.program = ToolName("snipwell");
+  start.program = ToolName(tool);
   start.processFile = (Folder() / "test_pid").string();
   start.environment = {"PATH=" + (Folder() / "test_bin").string(), "TMPDIR=" + temporary,
                        "TMP=" + temporary, "FAKE_GCC=" + (Folder() / "test_rules").string()};

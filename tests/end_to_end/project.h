@@ -44,10 +44,14 @@ class Project {
   void AddCompiler(const std::string& name, const std::string& program = "fake_g++");
   void SetRules(const std::string& rules) { Write("test_rules", rules); }
 
-  /// Runs snipwell in a folder of the project with these arguments. Checks what must never happen.
+  /// Runs a tool in a folder of the project with these arguments. Checks what must never happen.
+  Outcome Run(const std::string& tool, const std::vector<std::string>& arguments,
+              const std::vector<std::string>& environment = {}, const std::string& folder = ".");
   Outcome Snipwell(const std::vector<std::string>& arguments,
                    const std::vector<std::string>& environment = {},
-                   const std::string& folder = ".");
+                   const std::string& folder = ".") {
+    return Run("snipwell", arguments, environment, folder);
+  }
   /// The same with "-j1" before the arguments and the usual command behind them.
   Outcome Reduce(std::vector<std::string> arguments = {},
                  const std::vector<std::string>& environment = {});
