@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "snipwell/portable_text.h"
 #include "snipwell/second_compiler.h"
 #include "snipwell/stages.h"
 
@@ -43,18 +44,29 @@ bool Take(Job& job, const std::string& text, const MappedText& mapped) {
   return true;
 }
 
-/// With its markers the text is taken to be what it was; where it is not, it is so in no form.
-bool TakePreprocessedBy(Job& job, const CompileCommand& compiler) {
-  const std::optional<std::string> text = PreprocessedBy(job, compiler);
-  if (!text) return false;
-  const MappedText mapped = WithoutMarkers(*text, job.command.source);
+/// With its markers the text is taken to be what it was; where it is not, it is so in no form. A
+/// compiler of the other family understands most headers as a system's only.
+bool TakeText(Job& job, const std::string& text) {
+  const MappedText mapped = WithoutMarkers(text, job.command.source);
+  const std::string header = "# 1 \"" + job.form.name + "\" 3\n" + mapped.text;
   if (Take(job, mapped.text, mapped)) return true;
+  if (!job.question.acceptedBy.empty() && Take(job, header, mapped)) return true;
   if (ChangeSecondCompiler(job, Preprocessed(job, mapped.text)) && Take(job, mapped.text, mapped)) {
     return true;
   }
-  if (!Take(job, *text, mapped)) return false;
-  Take(job, "# 1 \"" + job.form.name + "\" 3\n" + mapped.text, mapped);
+  if (!Take(job, text, mapped)) return false;
+  Take(job, header, mapped);
   return true;
+}
+
+bool TakePreprocessedBy(Job& job, const CompileCommand& compiler) {
+  const std::optional<std::string> text = PreprocessedBy(job, compiler);
+  if (!text) return false;
+  if (!job.question.acceptedBy.empty()) {
+    const std::optional<std::string> portable = PortableText(*text);
+    if (portable && TakeText(job, *portable)) return true;
+  }
+  return TakeText(job, *text);
 }
 
 }  // namespace

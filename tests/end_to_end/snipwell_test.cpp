@@ -205,7 +205,7 @@ TEST(Snipwell, HoldsOnToTheFailureThatIsAskedFor) {
       ErrorOn("", "lost [-Werror=return-type]", "arg g++-9\narg -Werror=return-type\n");
   // The first that accepts the source does not know what the preprocessor has made of it.
   const std::string lost =
-      ErrorOn("", "lost", "arg g++-10\nrun 7\n") + "rule\nnoarg -E\narg g++-10\n";
+      "rule\nnoarg -E\narg g++-10\nuntil 6\n" + ErrorOn("", "lost", "arg g++-10\n");
   const std::string needsOther = ErrorOn("", "bad", "arg g++-9\nlacks other\n") +
                                  "rule\nnoarg -E\narg g++-9\n" + ErrorOn("take 7", "no");
   const auto accepted = [](const std::string& other) {

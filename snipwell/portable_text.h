@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace snipwell {
+
+/// What gcc's preprocessor has made of the headers of the GNU libraries, written so that clang
+/// understands it too, for a program that one of the two is to refuse and the other to accept. Lines
+/// stay lines. Nothing when there is nothing to change.
+std::optional<std::string> PortableText(std::string_view preprocessed);
+
+}  // namespace snipwell
