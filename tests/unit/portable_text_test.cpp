@@ -13,20 +13,28 @@ TEST(PortableText, IsAcceptedByBothCompilers) {
     GTEST_SKIP() << "no g++ and clang++ here";
   }
   const TempFolder folder;
-  const std::string source = folder.Write("in.cpp",
-                                          "#include <cstdlib>\n#include <functional>\n"
-                                          "using Four = std::make_integer_sequence<short, 4>;\n"
-                                          "using Same = std::integer_sequence<short, 0, 1, 2, 3>;\n"
-                                          "static_assert(std::is_same<Four, Same>::value, \"\");\n"
-                                          "int f(int, long);\n"
-                                          "auto g = std::bind(f, 1, 2L);\n"
-                                          "int h = g();\n");
+  const std::string source =
+      folder.Write("in.cpp",
+                   "#include <cstdlib>\n#include <functional>\n"
+                   "#include <memory>\n#include <string>\n"
+                   "using Four = std::make_integer_sequence<short, 4>;\n"
+                   "using Same = std::integer_sequence<short, 0, 1, 2, 3>;\n"
+                   "static_assert(std::is_same<Four, Same>::value, \"\");\n"
+                   "int f(int, long);\n"
+                   "auto g = std::bind(f, 1, 2L);\n"
+                   "int h = g() + std::make_unique<std::string>()->size();\n");
   const std::string given = folder.NameOf("given.ii");
-  ASSERT_EQ(std::system(("g++ -std=c++17 -E -o " + given + " " + source).c_str()), 0);
-  const std::string text = folder.Read("given.ii");
-  const std::string portable = folder.Write("portable.ii", PortableText(text).value_or(text));
-  for (const char* compiler : {"g++", "clang++"}) {
-    EXPECT_EQ(std::system((compiler + (" -std=c++17 -w -fsyntax-only " + portable)).c_str()), 0);
+  for (const std::string standard : {" -std=c++17", " -std=c++20"}) {
+    for (const std::string preprocessor : {"g++", "clang++"}) {
+      const std::string preprocess = preprocessor + standard + " -E -o " + given + ' ' + source;
+      ASSERT_EQ(std::system(preprocess.c_str()), 0);
+      const std::string text = folder.Read("given.ii");
+      const std::string portable = folder.Write("portable.ii", PortableText(text).value_or(text));
+      for (const std::string compiler : {"g++", "clang++"}) {
+        const std::string check = compiler + standard + " -w -fsyntax-only " + portable;
+        EXPECT_EQ(std::system(check.c_str()), 0) << preprocess << '\n' << check;
+      }
+    }
   }
 }
 
