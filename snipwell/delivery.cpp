@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "compile/source_kind.h"
 #include "failure/line_rewriter.h"
 #include "snipwell/exit_status.h"
 #include "snipwell/failure_naming.h"
@@ -66,10 +67,21 @@ void CheckWithOwnCommand(Job& job) {
                    "five.");
 }
 
+/// The command that is reported. It names the language where the result's name does not tell it.
+CompileCommand ReportedCommand(const Job& job) {
+  CompileCommand command = job.form.command;
+  const auto kind = [&](const std::string& name) {
+    return TypeBySuffix(name, IsClStyle(command.style)).kind;
+  };
+  const bool isTold = kind(job.findings.sourceName) == kind(job.form.name);
+  if (command.language.empty() && !isTold) command.language = command.isCpp ? "c++" : "c";
+  return command;
+}
+
 /// A command for the result as people would give it: without what only keeps the compiler's files
 /// away, or finds for copies what stands beside the result.
 Words ForPeople(const Job& job) {
-  Words words = CompileWords(job.form.command, job.findings.sourceName, "");
+  Words words = CompileWords(ReportedCommand(job), job.findings.sourceName, "");
   const Words finding =
       IncludeWords(job.command, fs::absolute(job.result->Name()).parent_path().string());
   const auto beside = std::search(words.begin(), words.end(), finding.begin(), finding.end());
@@ -140,7 +152,7 @@ void AddOutput(Job& job) {
   Findings& findings = job.findings;
   const fs::path folder = job.workshop.Folder() / "shown";
   fs::create_directories(folder);
-  CompileCommand command = job.form.command;
+  CompileCommand command = ReportedCommand(job);
   std::string source = (folder / findings.sourceName).string();
   std::ofstream(fs::path(source), std::ios::binary) << job.form.text;
   if (IsPreprocessed(command) || command.folder.empty()) {

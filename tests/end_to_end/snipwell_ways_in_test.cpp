@@ -130,6 +130,11 @@ TEST(SnipwellWaysIn, LeadToTheSameResult) {
        "build/out.cc",
        "build/out.report.md",
        "fake_g++ -c out.cc"},
+      {".",
+       {"-o", "build/out", "fake_g++", "-Iinclude", "-c", "pool.cpp"},
+       "build/out",
+       "build/out.report.md",
+       "fake_g++ -c -x c++ out"},
   };
   for (const auto& row : rows) {
     // There is no nice, and each takes seconds.
