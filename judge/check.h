@@ -12,7 +12,7 @@ namespace snipwell {
 /// Where a program lies while it is asked about. Both folders are fresh for each command.
 struct Place {
   std::filesystem::path folder;     ///< holds nothing but the program
-  std::filesystem::path temporary;  ///< for whatever commands leave behind
+  std::filesystem::path temporary;  ///< for what compilers leave behind; may hold the other
   std::filesystem::path program;    ///< the program's file
 };
 

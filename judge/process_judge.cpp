@@ -14,13 +14,13 @@ namespace {
 namespace fs = std::filesystem;
 
 void MakeFresh(const Place& place) {
-  fs::create_directories(place.folder);
-  fs::create_directories(place.temporary);
+  fs::create_directory(place.temporary);
+  fs::create_directory(place.folder);
 }
 
 void Clean(const Place& place) {
   // Where something stays, a next program finds its file written over, or says so.
-  platform::RemoveFolder(place.folder.parent_path().string());  // no other place is in there
+  platform::RemoveFolder(place.temporary.string());
 }
 
 void WriteProgram(const fs::path& file, const std::string& program) {
@@ -36,6 +36,7 @@ ProcessJudge::ProcessJudge(platform::ChildSet& childSet,
                            std::vector<std::unique_ptr<Check>> allChecks, Settings judgeSettings)
     : children(childSet), checks(std::move(allChecks)), settings(std::move(judgeSettings)) {
   seats.resize(settings.places);
+  fs::create_directories(settings.folder);
 }
 
 ProcessJudge::~ProcessJudge() {
@@ -52,7 +53,7 @@ void ProcessJudge::Ask(std::size_t place, const std::string& program) {
 /// A place that no command has had: one that takes its time to end may still be in its own.
 Place ProcessJudge::NextPlace() {
   const fs::path base = settings.folder / std::to_string(started++);
-  return {base / "program", base / "temporary", base / "program" / settings.programName};
+  return {base / "program", base, base / "program" / settings.programName};
 }
 
 void ProcessJudge::StartCheck(Seat& seat) {

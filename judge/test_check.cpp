@@ -1,10 +1,14 @@
 #include "judge/test_check.h"
 
+#include <filesystem>
 #include <utility>
 
 namespace snipwell {
 
 namespace {
+
+/// Scripts may count on nothing being there.
+std::filesystem::path EmptyFolder(const Place& place) { return place.temporary / "temporary"; }
 
 class TestRun : public CheckRun {
  public:
@@ -24,13 +28,14 @@ platform::ChildCommand TestHolds::Command(const Place& place) const {
   platform::ChildCommand command;
   command.arguments = words;
   command.folder = place.folder.string();
-  command.temporaryFolder = place.temporary.string();
+  command.temporaryFolder = EmptyFolder(place).string();
   command.limitSeconds = limitSeconds;
   command.graceSeconds = graceSeconds;
   return command;
 }
 
-std::unique_ptr<CheckRun> TestHolds::Run(const Place& /*place*/) {
+std::unique_ptr<CheckRun> TestHolds::Run(const Place& place) {
+  std::filesystem::create_directory(EmptyFolder(place));
   return std::make_unique<TestRun>();
 }
 
