@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include "compile/test_command.h"
+#include "judge/compiler_checks.h"
 #include "judge/process_judge.h"
 #include "judge/test_check.h"
 #include "temp_folder.h"
@@ -50,6 +51,24 @@ TEST_F(JudgeOfATest, StopsForASignal) {
   ::raise(SIGTERM);
   EXPECT_FALSE(judge->Await());
   EXPECT_EQ(judge->StoppedBy(), SIGTERM);
+}
+
+// Who kills a compiler is the system, for want of memory.
+TEST(JudgeOfACompiler, TakesAKilledOneForNoCrash) {
+  const TempFolder folder;
+  CompilerRun run;
+  run.words = [](const std::string&, const std::string&) {
+    return std::vector<std::string>{"sh", "-c", "kill -9 $$"};
+  };
+  const auto onOtherCrash = [](const Failure& failure, const Place&) {
+    ADD_FAILURE() << failure.headline;
+  };
+  const Failure crash = {FailureKind::Crash, "ended by signal 9", false};
+  std::vector<std::unique_ptr<Check>> checks;
+  checks.push_back(std::make_unique<FailsAlike>(run, crash, true, onOtherCrash));
+  platform::ChildSet children;
+  ProcessJudge judge(children, std::move(checks), {1, folder.Path() / "places", "x.c", {}});
+  EXPECT_EQ(judge.AskNow("a;"), false);
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -137,6 +139,14 @@ TEST_F(ProcessJudgeTest, AsksTheNextCheckOnlyWhenTheLastOneHolds) {
   EXPECT_EQ(static_cast<std::size_t>(std::count(runs.begin(), runs.end(), '\n')), commands);
 }
 
+bool HasFile(const fs::path& folder, const std::string& start) {
+  std::error_code goneMeanwhile;
+  for (const auto& entry : fs::recursive_directory_iterator(folder, goneMeanwhile)) {
+    if (entry.path().filename().string().rfind(start, 0) == 0) return true;
+  }
+  return false;
+}
+
 TEST_F(ProcessJudgeTest, LeavesNothingOfADroppedQuestion) {
   Add(std::make_unique<Accepts>(Compiler(folder, "rules", "rule\nhas slow\nlitter\nhang\n")));
   Start(2);
@@ -144,6 +154,7 @@ TEST_F(ProcessJudgeTest, LeavesNothingOfADroppedQuestion) {
   judge->Ask(1, "quick");
   const auto answer = judge->Await();
   ASSERT_TRUE(answer && answer->place == 1 && answer->interesting);
+  while (!HasFile(settings.folder, "litter")) std::this_thread::yield();
   judge->Drop(0);
   for (const auto& entry : fs::recursive_directory_iterator(settings.folder)) {
     EXPECT_TRUE(entry.is_directory()) << entry.path();
