@@ -49,13 +49,14 @@ bool Take(Job& job, const std::string& text, const MappedText& mapped) {
 bool TakeText(Job& job, const std::string& text) {
   const MappedText mapped = WithoutMarkers(text, job.command.source);
   const std::string header = "# 1 \"" + job.form.name + "\" 3\n" + mapped.text;
+  const bool othersAreAsked = !job.question.acceptedBy.empty();
   if (Take(job, mapped.text, mapped)) return true;
-  if (!job.question.acceptedBy.empty() && Take(job, header, mapped)) return true;
+  if (othersAreAsked && Take(job, header, mapped)) return true;
   if (ChangeSecondCompiler(job, Preprocessed(job, mapped.text)) && Take(job, mapped.text, mapped)) {
     return true;
   }
   if (!Take(job, text, mapped)) return false;
-  Take(job, header, mapped);
+  if (!othersAreAsked) Take(job, header, mapped);
   return true;
 }
 
