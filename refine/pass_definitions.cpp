@@ -1,5 +1,5 @@
-// Definitions that can be put together: one with its declaration, a body with an empty one, a type
-// with another.
+// Definitions that can be put together: one with its declaration, a body with an empty one, a class
+// with its base, a type with another.
 
 #include <cstdint>
 #include <map>
@@ -28,6 +28,26 @@ void MoveBody(EditList& edits, const Tree& tree, const Declaration& from, const 
   edits.Add({{Body(tree, to), text}, {from.item}});
 }
 
+/// The ":" in front of a class's bases; the brace of its body when it has none.
+std::uint32_t BasesOf(const Program& program, const Tree& tree, const Declaration& type) {
+  std::uint32_t at = type.name;
+  while (at < type.body && program.Text(at) != ":") at = tree.Next(at);
+  return at;
+}
+
+/// The last name in a range, "b" of "public a::b<c>"; what template arguments hold does not count.
+std::string_view LastName(const Program& program, const Tree& tree, Range range) {
+  std::string_view name;
+  for (std::uint32_t at = range.begin; at < range.end; at = tree.Next(at)) {
+    if (program.Words()[at].kind == TokenKind::Name) name = program.Text(at);
+  }
+  return name;
+}
+
+bool IsDefinedType(const Declaration& one) {
+  return one.isType && one.name != Tree::kNone && one.body != Tree::kNone;
+}
+
 /// Adds the edit that drops all that declares a name and puts a text wherever else the name stands.
 void ReplaceDefined(EditList& edits, const std::vector<Range>& items, const Places& places,
                     std::uint32_t text) {
@@ -39,6 +59,7 @@ void ReplaceDefined(EditList& edits, const std::vector<Range>& items, const Plac
 
 }  // namespace
 
+/// A definition comes to the place of the first declaration, or its body to the end of that.
 EditList MergeDeclarations(const Program& program, const Tree& tree) {
   EditList edits;
   std::map<std::string_view, Range> declared;  // the first declaration of a name
@@ -47,6 +68,9 @@ EditList MergeDeclarations(const Program& program, const Tree& tree) {
     const auto [first, isNew] = declared.emplace(program.Text(one.name), one.item);
     if (isNew || one.body == Tree::kNone || Overlap(first->second, one.item)) continue;
     edits.Add({{first->second, edits.Put(one.item)}, {one.item}});
+    const std::uint32_t end = first->second.end;
+    if (program.Text(end - 1) != ";") continue;
+    edits.Add({{{end - 1, end}, edits.Put(Range{one.body, one.item.end})}, {one.item}});
   }
   return edits;
 }
@@ -68,6 +92,26 @@ EditList MoveBodies(const Program& program, const Tree& tree) {
   return edits;
 }
 
+/// Of several definitions of a base's name the last one counts.
+EditList PutInBases(const Program& program, const Tree& tree) {
+  EditList edits;
+  const std::vector<Declaration> all = Declarations(program, tree);
+  std::map<std::string_view, Declaration> types;
+  for (const Declaration& one : all) {
+    if (IsDefinedType(one)) types.insert_or_assign(program.Text(one.name), one);
+  }
+  for (const Declaration& one : all) {
+    if (!IsDefinedType(one)) continue;
+    const Range bases = {BasesOf(program, tree, one), one.body};
+    const auto base = types.find(LastName(program, tree, bases));
+    if (base == types.end() || Overlap(base->second.item, one.item)) continue;
+    const std::uint32_t members =
+        edits.Put(Range{base->second.body, Body(tree, base->second).end - 1});
+    edits.Add({{{bases.begin, one.body + 1}, members}, {base->second.item}});
+  }
+  return edits;
+}
+
 EditList ReplaceTypes(const Program& program, const Tree& tree) {
   EditList edits;
   const auto places = PlacesOfNames(program);
@@ -80,11 +124,13 @@ EditList ReplaceTypes(const Program& program, const Tree& tree) {
     if (all.empty()) names.push_back(program.Text(one.name));
     all.push_back(one.item);
   }
+  const auto replace = [&](std::string_view name, std::uint32_t text) {
+    ReplaceDefined(edits, items[name], places.at(name), text);
+  };
   for (std::size_t i = 0; i < names.size(); ++i) {
-    ReplaceDefined(edits, items[names[i]], places.at(names[i]), plain);
-    if (i == 0) continue;
-    const std::uint32_t before = edits.Put(std::string(names[i - 1]));
-    ReplaceDefined(edits, items[names[i]], places.at(names[i]), before);
+    replace(names[i], plain);
+    if (i > 0) replace(names[i], edits.Put(std::string(names[i - 1])));
+    if (i + 1 < names.size()) replace(names[i], edits.Put(std::string(names[i + 1])));
   }
   return edits;
 }

@@ -57,12 +57,11 @@ class Scopes {
         places(PlacesOfNames(program)),
         objects(Objects(program, tree)) {}
 
-  EditList Flattening() {
+  EditList Flattening(bool namespaces) {
     std::map<std::string_view, std::vector<Declaration>> blocks;
     for (const Declaration& one : Declarations(program, tree)) {
-      if (one.name != Tree::kNone && one.body != Tree::kNone) {
-        blocks[program.Text(one.name)].push_back(one);
-      }
+      if (one.name == Tree::kNone || one.body == Tree::kNone) continue;
+      if (IsNamespace(one.item) == namespaces) blocks[program.Text(one.name)].push_back(one);
     }
     for (const auto& [name, all] : blocks) {
       Flatten(places.at(name), all);
@@ -71,6 +70,10 @@ class Scopes {
   }
 
  private:
+  bool IsNamespace(Range item) const {
+    return program.Text(item.begin) == "namespace" || Follows(program, item.begin, "namespace");
+  }
+
   void Flatten(const Places& uses, const std::vector<Declaration>& blocks) {
     std::vector<Cut> cuts;
     for (const Declaration& block : blocks) {
@@ -109,8 +112,12 @@ bool HaveSameHead(const Program& program, const Declaration& one, const Declarat
 
 }  // namespace
 
+EditList FlattenNamespaces(const Program& program, const Tree& tree) {
+  return Scopes(program, tree).Flattening(true);
+}
+
 EditList FlattenScopes(const Program& program, const Tree& tree) {
-  return Scopes(program, tree).Flattening();
+  return Scopes(program, tree).Flattening(false);
 }
 
 EditList JoinScopes(const Program& program, const Tree& tree) {

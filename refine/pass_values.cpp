@@ -1,8 +1,12 @@
-// Values and types become the plainest there are: 0, "" and int.
+// Values and types become the plainest there are: 0, "" and int, or a class of the program.
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
+#include "refine/declarations.h"
 #include "refine/names.h"
 #include "refine/passes.h"
 
@@ -10,21 +14,56 @@ namespace snipwell {
 
 namespace {
 
-/// The end of a name with its template arguments and what it qualifies, "a<b>::c", from `begin` on.
+bool IsName(const Program& program, std::uint32_t at) {
+  return at < program.Size() && program.Words()[at].kind == TokenKind::Name;
+}
+
+bool Is(const Program& program, std::uint32_t at, std::string_view text) {
+  return at < program.Size() && program.Text(at) == text;
+}
+
+/// The end of a name with its template arguments and what it qualifies, "typename a<b>::c", from
+/// `begin` on.
 std::uint32_t EndOfQualifiedName(const Program& program, const Tree& tree, std::uint32_t begin) {
-  const auto size = static_cast<std::uint32_t>(program.Size());
   std::uint32_t end = begin;
-  while (end < size && program.Words()[end].kind == TokenKind::Name) {
+  if (Is(program, end, "typename") && IsName(program, end + 1)) ++end;
+  while (IsName(program, end)) {
     ++end;
-    if (end < size && tree.Opens(end) && program.Text(end) == "<") end = tree.Next(end);
-    if (end + 1 >= size || program.Text(end) != "::") break;
-    if (program.Words()[end + 1].kind == TokenKind::Name) ++end;
+    if (Is(program, end, "<") && tree.Opens(end)) end = tree.Next(end);
+    if (!Is(program, end, "::")) break;
+    if (Is(program, end + 1, "template")) ++end;
+    if (IsName(program, end + 1)) ++end;
   }
   return end;
 }
 
 bool StartsQualifiedName(const Program& program, std::uint32_t at) {
-  return program.Words()[at].kind == TokenKind::Name && (at == 0 || program.Text(at - 1) != "::");
+  const std::string_view before = at > 0 ? program.Text(at - 1) : "";
+  return IsName(program, at) && before != "::" && before != "typename";
+}
+
+/// The types of several words, "a::b", "a<b>" and "typename a::b".
+std::vector<Range> LongTypes(const Program& program, const Tree& tree) {
+  std::vector<Range> types;
+  for (std::uint32_t i = 0; i < program.Size(); ++i) {
+    if (!StartsQualifiedName(program, i)) continue;
+    const std::uint32_t end = EndOfQualifiedName(program, tree, i);
+    if (end > i + 1) types.push_back({i, end});
+  }
+  return types;
+}
+
+/// The first few classes that are no templates, in the order of the lists.
+std::vector<std::string> FirstClasses(const Program& program, const Tree& tree) {
+  constexpr std::size_t kMost = 4;
+  std::vector<std::string> names;
+  for (const Declaration& one : Declarations(program, tree)) {
+    const bool isTemplate = program.Text(one.item.begin) == "template";
+    if (!one.isType || one.body == Tree::kNone || one.name == Tree::kNone || isTemplate) continue;
+    names.emplace_back(program.Text(one.name));
+    if (names.size() == kMost) break;
+  }
+  return names;
 }
 
 /// The words between "return" or "=" and the ";" of a statement; none when there is no such.
@@ -37,17 +76,25 @@ Range ValueIn(const Program& program, const Tree& tree, Range item) {
   return {end, end};
 }
 
+/// What commas part, and what is returned or assigned.
+std::vector<Range> Values(const Program& program, const Tree& tree) {
+  std::vector<Range> values;
+  for (const List& list : tree.Lists()) {
+    for (const Range item : list.items) {
+      values.push_back(list.commas ? item : ValueIn(program, tree, item));
+    }
+  }
+  return values;
+}
+
 }  // namespace
 
 EditList PlainValues(const Program& program, const Tree& tree) {
   EditList edits;
   const std::uint32_t zero = edits.Put("0");
   const std::uint32_t empty = edits.Put("\"\"");
-  for (const List& list : tree.Lists()) {
-    for (const Range item : list.items) {
-      const Range value = list.commas ? item : ValueIn(program, tree, item);
-      if (value.Size() > 1) edits.Replace(value, zero);
-    }
+  for (const Range value : Values(program, tree)) {
+    if (value.Size() > 1) edits.Replace(value, zero);
   }
   for (std::uint32_t i = 0; i < program.Size(); ++i) {
     const TokenKind kind = program.Words()[i].kind;
@@ -64,14 +111,26 @@ EditList PlainValues(const Program& program, const Tree& tree) {
 EditList PlainTypes(const Program& program, const Tree& tree) {
   EditList edits;
   const std::uint32_t plain = edits.Put("int");
-  for (std::uint32_t i = 0; i < program.Size(); ++i) {
-    if (!StartsQualifiedName(program, i)) continue;
-    const std::uint32_t end = EndOfQualifiedName(program, tree, i);
-    if (end > i + 1) edits.Replace({i, end}, plain);
-  }
+  for (const Range type : LongTypes(program, tree)) edits.Replace(type, plain);
   for (const auto& [name, places] : PlacesOfNames(program)) {
     if (places.size() > 1) edits.Add(EachReplaced(places, plain));
     for (const std::uint32_t place : places) edits.Replace({place, place + 1}, plain);
+  }
+  return edits;
+}
+
+/// Each type is tried as several classes, so only a small program has these edits.
+EditList PutInClasses(const Program& program, const Tree& tree) {
+  constexpr std::size_t kMostWords = 1000;
+  EditList edits;
+  if (program.Size() > kMostWords) return edits;
+  for (const std::string& name : FirstClasses(program, tree)) {
+    const std::uint32_t text = edits.Put(name);
+    for (const Range type : LongTypes(program, tree)) edits.Replace(type, text);
+    const std::uint32_t object = edits.Put(name + "()");
+    for (const Range value : Values(program, tree)) {
+      if (value.Size() > 3) edits.Replace(value, object);
+    }
   }
   return edits;
 }

@@ -46,6 +46,8 @@ EditList RemoveBrackets(const Program& program, const Tree& tree);
 EditList PlainValues(const Program& program, const Tree& tree);
 /// std::vector<int>::iterator a; T b;  ->  int a; int b;
 EditList PlainTypes(const Program& program, const Tree& tree);
+/// struct A {}; a<int>::b c = f(1, 2);  ->  struct A {}; A c = f(1, 2);  or  ... c = A();
+EditList PutInClasses(const Program& program, const Tree& tree);
 
 /// void f(int a, int b); f(1, 2);  ->  void f(int b); f(2);
 EditList RemoveParameters(const Program& program, const Tree& tree);
@@ -56,6 +58,8 @@ EditList RemoveTemplateHeads(const Program& program, const Tree& tree);
 EditList RemoveEverywhere(const Program& program, const Tree& tree);
 
 /// namespace a { int b; } int c = a::b;  ->  int b; int c = b;
+EditList FlattenNamespaces(const Program& program, const Tree& tree);
+/// struct A { int b; }; int f() { A a; a.b; }  ->  int b; int f() { b; }
 EditList FlattenScopes(const Program& program, const Tree& tree);
 /// namespace a { int b; } namespace a { int c; }  ->  namespace a { int b; int c; }
 EditList JoinScopes(const Program& program, const Tree& tree);
@@ -67,6 +71,8 @@ EditList InlineArguments(const Program& program, const Tree& tree);
 EditList MergeDeclarations(const Program& program, const Tree& tree);
 /// void f() {} void g() { h(); }  ->  void f() { h(); }
 EditList MoveBodies(const Program& program, const Tree& tree);
+/// struct A { int a; }; struct B : A { int b; };  ->  struct B { int a; int b; };
+EditList PutInBases(const Program& program, const Tree& tree);
 /// struct A {}; struct B {}; B b;  ->  struct A {}; A b;
 EditList ReplaceTypes(const Program& program, const Tree& tree);
 
