@@ -47,6 +47,7 @@ void Program::AppendWords(std::uint32_t from, std::vector<Word>& to) const {
 }
 
 std::vector<Word> Program::WordsOf(std::string_view text) {
+  pool += ' ';  // it does not stand together with the text before it
   const auto from = static_cast<std::uint32_t>(pool.size());
   pool += text;
   std::vector<Word> put;

@@ -105,6 +105,8 @@ inline std::string ComplaintAboutTree(const Program& program, const Tree& tree) 
 inline std::string ComplaintAboutEdits(Program& program, const EditList& edits) {
   Draft draft(program, edits);
   const std::vector<std::string> whole = TextsOf(program, draft);
+  // What is left of a directive, a literal or a comment may be read as something else.
+  const bool isPlain = program.Pool().find_first_of("#\"'\\/") == std::string::npos;
   for (std::size_t number = 0; number < edits.Size(); ++number) {
     const Edit edit = edits[number];
     const std::size_t next = edits.Next(number);
@@ -123,9 +125,13 @@ inline std::string ComplaintAboutEdits(Program& program, const EditList& edits) 
     }
     draft.Make(number);
     if (TextsOf(program, draft) != expected) return "an edit takes other words than it names";
-    if (SlowlyRendered(program, draft) != draft.Render()) return "an edit is written wrongly";
+    const std::string text = draft.Render();
+    if (SlowlyRendered(program, draft) != text) return "an edit is written wrongly";
     draft.Undo();
     if (TextsOf(program, draft) != whole) return "an edit is not taken back";
+    if (!isPlain) continue;
+    const Program again(text);
+    if (TextsOf(again, again.Words()) != expected) return "read again, an edit has other words";
   }
   return "";
 }
