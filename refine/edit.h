@@ -134,4 +134,12 @@ void AddHalvedGroups(EditList& edits, std::size_t count, std::size_t most, const
   });
 }
 
+/// The same for edits that take several of these cuts.
+inline void AddHalvedGroups(EditList& edits, const std::vector<Cut>& all, std::size_t most) {
+  AddHalvedGroups(edits, all.size(), most, [&](std::size_t first, std::size_t last) {
+    const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
+    return std::vector<Cut>(begin, begin + static_cast<std::ptrdiff_t>(last - first + 1));
+  });
+}
+
 }  // namespace snipwell

@@ -107,23 +107,16 @@ class BodySearch {
   const Tree& tree;
 };
 
-void AddHalvedCuts(EditList& edits, const std::vector<Cut>& all) {
-  // Where one of a group is needed the others wait for their users to go.
-  constexpr std::size_t kMostGroups = 16;
-  AddHalvedGroups(edits, all.size(), kMostGroups, [&](std::size_t first, std::size_t last) {
-    const auto begin = all.begin() + static_cast<std::ptrdiff_t>(first);
-    return std::vector<Cut>(begin, begin + static_cast<std::ptrdiff_t>(last - first + 1));
-  });
-}
-
 }  // namespace
 
 EditList RemoveBodies(const Program& program, const Tree& tree) {
+  // Where one of a group is needed the others wait for their users to go.
+  constexpr std::size_t kMostGroups = 16;
   EditList edits;
   const std::uint32_t end = edits.Put(";");
   const BodySearch search(program, tree);
-  AddHalvedCuts(edits, search.Cuts(end, false));
-  AddHalvedCuts(edits, search.Cuts(end, true));
+  AddHalvedGroups(edits, search.Cuts(end, false), kMostGroups);
+  AddHalvedGroups(edits, search.Cuts(end, true), kMostGroups);
   return edits;
 }
 

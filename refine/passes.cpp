@@ -6,6 +6,7 @@ const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
       {"bodies", RemoveBodies, 0},
       {"unused", RemoveUnused, 0},
+      {"includes", RemoveIncludes, 0},
       {"large items", RemoveLargeItems, 32},
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},

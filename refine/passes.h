@@ -29,6 +29,8 @@ const std::vector<Pass>& Passes();
 EditList RemoveBodies(const Program& program, const Tree& tree);
 /// struct A {}; struct B { A a; }; struct C {};  ->  struct C {};
 EditList RemoveUnused(const Program& program, const Tree& tree);
+/// #include <a>\n #include <b>\n int a;  ->  int a;
+EditList RemoveIncludes(const Program& program, const Tree& tree);
 /// The same as for items, but only the large ones, and only in a large program.
 EditList RemoveLargeItems(const Program& program, const Tree& tree);
 /// int a; int b; int c;  ->  int b;
