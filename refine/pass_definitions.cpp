@@ -1,5 +1,5 @@
 // Definitions that can be put together: one with its declaration, a body with an empty one, a class
-// with its base, a type with another.
+// with its base, or with the object that is made of it, a type with another.
 
 #include <cstdint>
 #include <map>
@@ -46,6 +46,17 @@ std::string_view LastName(const Program& program, const Tree& tree, Range range)
 
 bool IsDefinedType(const Declaration& one) {
   return one.isType && one.name != Tree::kNone && one.body != Tree::kNone;
+}
+
+/// The cuts that take the empty brackets behind a name, "A()" and "A{}".
+std::vector<Cut> EmptyBrackets(const Program& program, const Tree& tree, const Places& places) {
+  std::vector<Cut> cuts;
+  for (const std::uint32_t place : places) {
+    const std::uint32_t open = place + 1;
+    if (open >= program.Size() || tree.Partner(open) != open + 1) continue;
+    if (program.Text(open) == "(" || program.Text(open) == "{") cuts.push_back({{open, open + 2}});
+  }
+  return cuts;
 }
 
 /// Adds the edit that drops all that declares a name and puts a text wherever else the name stands.
@@ -108,6 +119,22 @@ EditList PutInBases(const Program& program, const Tree& tree) {
     const std::uint32_t members =
         edits.Put(Range{base->second.body, Body(tree, base->second).end - 1});
     edits.Add({{{bases.begin, one.body + 1}, members}, {base->second.item}});
+  }
+  return edits;
+}
+
+EditList MakeObjects(const Program& program, const Tree& tree) {
+  EditList edits;
+  const auto places = PlacesOfNames(program);
+  for (const Declaration& one : Declarations(program, tree)) {
+    const std::uint32_t end = one.item.end - 1;
+    if (!IsDefinedType(one) || tree.Partner(one.body) + 1 != end) continue;
+    const std::string name(program.Text(one.name));
+    std::vector<Cut> cuts = EmptyBrackets(program, tree, places.at(name));
+    if (cuts.empty()) continue;
+    cuts.push_back({{one.name, one.name + 1}});
+    cuts.push_back({{end, end + 1}, edits.Put(name + ";")});
+    edits.Add(cuts);
   }
   return edits;
 }

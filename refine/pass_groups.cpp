@@ -58,7 +58,10 @@ EditList RemoveBrackets(const Program& program, const Tree& tree) {
   EditList edits;
   for (std::uint32_t i = 0; i < program.Size(); ++i) {
     if (!tree.Opens(i)) continue;
-    edits.Add({{{i, i + 1}}, {{tree.Partner(i), tree.Partner(i) + 1}}});
+    const Cut close = {{tree.Partner(i), tree.Partner(i) + 1}};
+    const bool named = i > 0 && program.Words()[i - 1].kind == TokenKind::Name;
+    if (named) edits.Add({{{i - 1, i + 1}}, close});
+    edits.Add({{{i, i + 1}}, close});
   }
   return edits;
 }

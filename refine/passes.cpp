@@ -27,6 +27,7 @@ const std::vector<Pass>& Passes() {
       {"declarations", MergeDeclarations},
       {"other bodies", MoveBodies},
       {"bases", PutInBases},
+      {"objects", MakeObjects},
       {"other types", ReplaceTypes},
       {"pairs", RemovePairs},
       {"short names", ShortNames, 0, true},

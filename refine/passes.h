@@ -41,7 +41,7 @@ EditList EmptyGroups(const Program& program, const Tree& tree);
 EditList UnwrapGroups(const Program& program, const Tree& tree);
 /// const int a = b + c;  ->  int a = b;
 EditList RemoveNeighbours(const Program& program, const Tree& tree);
-/// a = (b);  ->  a = b;
+/// a = (b); c<d> e;  ->  a = b; c<d> e;  or  a = (b); d e;
 EditList RemoveBrackets(const Program& program, const Tree& tree);
 
 /// f(12, "text", a + b)  ->  f(0, "", 0)
@@ -75,6 +75,8 @@ EditList MergeDeclarations(const Program& program, const Tree& tree);
 EditList MoveBodies(const Program& program, const Tree& tree);
 /// struct A { int a; }; struct B : A { int b; };  ->  struct B { int a; int b; };
 EditList PutInBases(const Program& program, const Tree& tree);
+/// struct A {}; int a = f(A());  ->  struct {} A; int a = f(A);
+EditList MakeObjects(const Program& program, const Tree& tree);
 /// struct A {}; struct B {}; B b;  ->  struct A {}; A b;
 EditList ReplaceTypes(const Program& program, const Tree& tree);
 

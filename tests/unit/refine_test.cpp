@@ -73,7 +73,7 @@ TEST(RefineInvariants, HoldForRandomPrograms) {
                                 "#include <a>\n",
                                 "f(A x){x",
                                 "f(1)",
-                                "struct A{};struct C:A{",
+                                "struct A{};struct C:A{A()",
                                 "using a",
                                 "#define M(a) a\n"};
   std::mt19937 random(1);
@@ -150,6 +150,7 @@ TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
       {"everywhere", "int*a;a->b;", "int a;a.b;"},
       {"everywhere", "int a;f(a,b);", "f(b);"},
       {"brackets", "a=(b);", "a=b;"},
+      {"brackets", "struct A:B<C>{};", "struct A:C{};"},
       {"values", "f(a+b,1);", "f(0,1);"},
       {"values", "return f(1);", "return 0;"},
       {"types", "std::vector<int>::iterator a;", "int a;"},
@@ -178,6 +179,7 @@ TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
       {"bases", "struct A{int a;};struct B:public n::A{int b;};", "struct B{int a;int b;};"},
       {"bases", "template<class T>requires requires{T();}struct A<T>{int a;};struct B:A<int>{};",
        "struct B{int a;};"},
+      {"objects", "struct A{int a;};int b=A().a;", "struct{int a;}A;int b=A.a;"},
       {"other types", "struct A{};struct B{};B b;", "struct A{};A b;"},
       {"other types", "struct A{};struct B{};A b;", "struct B{};B b;"},
       {"other types", "struct A;struct A{};A b;", "int b;"},
