@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <cstddef>
+#include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "snipwell/stages.h"
 
@@ -10,52 +13,74 @@ namespace {
 
 using CommandOptions = std::vector<CommandOption>;
 
-CommandOptions Without(const CommandOptions& options, std::size_t begin, std::size_t end) {
-  CommandOptions left = options;
-  left.erase(left.begin() + static_cast<std::ptrdiff_t>(begin),
-             left.begin() + static_cast<std::ptrdiff_t>(end));
-  return left;
-}
-
-bool Take(Job& job, const CommandOptions& options, bool byName) {
-  if (job.workshop.IsTimeUp()) return false;
-  Form next = job.form;
-  next.command = WithOptions(next.command, options);
-  if (byName) next.command.language.clear();
-  return job.TakeIfItHolds(std::move(next));
-}
-
-void ReduceHalves(Job& job, CommandOptions& options, std::size_t begin, std::size_t end);
-
-/// Takes out the options from `begin` to `end`, or else those of their halves that can go.
-void Reduce(Job& job, CommandOptions& options, std::size_t begin, std::size_t end) {
-  CommandOptions left = Without(options, begin, end);
-  if (Take(job, left, false)) {
-    options = std::move(left);
-  } else {
-    ReduceHalves(job, options, begin, end);
+std::vector<std::string> WordsOf(const CommandOptions& options) {
+  std::vector<std::string> words;
+  for (const CommandOption& option : options) {
+    words.insert(words.end(), option.words.begin(), option.words.end());
   }
+  return words;
 }
 
-/// The later half first, so that the options in front keep their numbers.
-void ReduceHalves(Job& job, CommandOptions& options, std::size_t begin, std::size_t end) {
-  if (end - begin < 2) return;
-  const std::size_t middle = begin + (end - begin) / 2;
-  Reduce(job, options, middle, end);
-  Reduce(job, options, begin, middle);
-}
+/// Takes options out in halves, the later one first, so that those in front keep their numbers. No
+/// command is tried twice.
+class OptionSearch {
+ public:
+  /// With `byItsName` the source's name tells the language, and no option does.
+  OptionSearch(Job& wholeJob, bool byItsName)
+      : job(wholeJob), options(Options(wholeJob.form.command)), byName(byItsName) {}
+
+  bool TakeNone() { return Take({}); }
+  bool TakeAll() { return Take(options); }
+  void ReduceHalves() { ReduceHalves(0, options.size()); }
+
+ private:
+  void ReduceHalves(std::size_t begin, std::size_t end) {
+    if (end - begin < 2) return;
+    const std::size_t middle = begin + (end - begin) / 2;
+    Reduce(middle, end);
+    Reduce(begin, middle);
+  }
+
+  /// Takes out the options from `begin` to `end`, or else those of their halves that can go.
+  void Reduce(std::size_t begin, std::size_t end) {
+    CommandOptions left = options;
+    left.erase(left.begin() + static_cast<std::ptrdiff_t>(begin),
+               left.begin() + static_cast<std::ptrdiff_t>(end));
+    if (Take(left)) {
+      options = std::move(left);
+    } else {
+      ReduceHalves(begin, end);
+    }
+  }
+
+  bool Take(const CommandOptions& left) {
+    if (refused.count(WordsOf(left)) != 0 || job.workshop.IsTimeUp()) return false;
+    Form next = job.form;
+    next.command = WithOptions(next.command, left);
+    if (byName) next.command.language.clear();
+    if (job.TakeIfItHolds(std::move(next))) return true;
+    refused.insert(WordsOf(left));
+    return false;
+  }
+
+  Job& job;
+  CommandOptions options;
+  const bool byName;
+  std::set<std::vector<std::string>> refused;
+};
 
 }  // namespace
 
-/// The language too: that a source is preprocessed, its text has told.
+/// The language goes together with the options: that a source is preprocessed, its text has told.
+/// Only where nothing goes so does it go by itself, or else they do.
 void ReduceOptions(Job& job) {
   if (job.IsTest()) return;
-  CommandOptions options = Options(job.form.command);
-  if (Take(job, {}, true)) return;
-  if (!job.form.command.language.empty() && !options.empty()) Take(job, options, true);
-  const bool allAreKnown = job.form.command.language.empty();  // to be needed, some of them
-  if (allAreKnown) return ReduceHalves(job, options, 0, options.size());
-  if (!options.empty()) Reduce(job, options, 0, options.size());
+  OptionSearch byName(job, true);
+  if (byName.TakeNone()) return;
+  byName.ReduceHalves();
+  if (job.form.command.language.empty() || byName.TakeAll()) return;
+  OptionSearch withLanguage(job, false);
+  if (!withLanguage.TakeNone()) withLanguage.ReduceHalves();
 }
 
 }  // namespace snipwell
