@@ -296,14 +296,29 @@ TEST(Snipwell, ListsTheLinesToChooseFrom) {
 }
 
 TEST(Snipwell, KeepsTheOptionsThatTheFailureNeeds) {
-  Project project;
-  project.SetRules(CrashOn(kWanted, "f", "arg -O2\narg -fsmall\narg -std=c++20\n"));
-  project.Snipwell({"-j1", "fake_g++", "-g", "-O2", "-Wall", "-Wextra", "-std=c++20", "-fsmall",
-                    "-pipe", "-c", "pool.cpp", "-o", "x.o", "-MD"});
-  EXPECT_EQ(
-      Count(project.Read("pool.report.md"), "\nfake_g++ -O2 -std=c++20 -fsmall -c pool.min.cpp\n"),
-      1U)
-      << project.Read("pool.report.md");
+  const struct {
+    const char* needed;
+    std::vector<std::string> given;
+    const char* left;
+  } table[] = {
+      {"arg -O2\narg -fsmall\narg -std=c++20\n",
+       {"-g", "-O2", "-Wall", "-Wextra", "-std=c++20", "-fsmall", "-pipe"},
+       "-O2 -std=c++20 -fsmall -c"},
+      {"arg -O2\narg -fsmall\n", {"-O2", "-fsmall"}, "-O2 -fsmall -c"},
+      {"arg -O2\narg -x\n", {"-g", "-O2", "-Wall", "-x", "c++"}, "-O2 -c -x c++-cpp-output"},
+      {"arg -x\n", {"-g", "-O2", "-x", "c++"}, "-c -x c++-cpp-output"},
+  };
+  for (const auto& [needed, given, left] : table) {
+    Project project;
+    project.SetRules(CrashOn(kWanted, "f", needed));
+    std::vector<std::string> command = {"-j1", "fake_g++"};
+    command.insert(command.end(), given.begin(), given.end());
+    command.insert(command.end(), {"-c", "pool.cpp", "-o", "x.o", "-MD"});
+    project.Snipwell(command);
+    const std::string report = project.Read("pool.report.md");
+    const std::string line = std::string("\nfake_g++ ") + left + " pool.min.cpp\n";
+    EXPECT_EQ(Count(report, line), 1U) << report;
+  }
 }
 
 // The folders of the tries are made elsewhere, and every try goes by way of the launcher.
