@@ -47,7 +47,18 @@ std::optional<Meaning> OfBrackets(const Program& program, const Tree& tree, Rang
   return Meaning{open - 1, {open + 1, close}};
 }
 
+/// "#define NAME WORDS"
+std::optional<Meaning> OfMacro(const Program& program, Range item) {
+  const std::uint32_t name = item.begin + 2;
+  if (item.Size() < 5 || program.Text(name - 1) != "define") return std::nullopt;
+  const bool hasParameters =
+      program.Text(name + 1) == "(" && program.Words()[name + 1].gap == Gap::None;
+  if (hasParameters || program.Words()[name].kind != TokenKind::Name) return std::nullopt;
+  return Meaning{name, {name + 1, item.end - 1}};
+}
+
 std::optional<Meaning> MeaningIn(const Program& program, const Tree& tree, Range item) {
+  if (program.Words()[item.begin].kind == TokenKind::DirectiveStart) return OfMacro(program, item);
   if (program.Text(item.end - 1) != ";") return std::nullopt;
   std::optional<Meaning> meaning = OfTypedef(program, item);
   if (!meaning) meaning = OfInitialiser(program, tree, item);

@@ -4,9 +4,9 @@ namespace snipwell {
 
 const std::vector<Pass>& Passes() {
   static const std::vector<Pass> passes = {
+      {"includes", RemoveIncludes, 0},
       {"bodies", RemoveBodies, 0},
       {"unused", RemoveUnused, 0},
-      {"includes", RemoveIncludes, 0},
       {"large items", RemoveLargeItems, 32},
       {"items", RemoveItems},
       {"empty groups", EmptyGroups},

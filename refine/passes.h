@@ -66,6 +66,7 @@ EditList FlattenScopes(const Program& program, const Tree& tree);
 /// namespace a { int b; } namespace a { int c; }  ->  namespace a { int b; int c; }
 EditList JoinScopes(const Program& program, const Tree& tree);
 /// typedef int A; A a = 1; f(a);  ->  int a = 1; f(a);  ->  f(1);
+/// #define A int  A a;  ->  int a;
 EditList InlineNames(const Program& program, const Tree& tree);
 /// int f(int a) { return a; } f(1);  ->  int f() { return 1; } f();
 EditList InlineArguments(const Program& program, const Tree& tree);

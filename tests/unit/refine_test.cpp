@@ -163,6 +163,7 @@ TEST(RefinePasses, MakeTheEditsTheyAreNamedFor) {
       {"scopes joined", "namespace a{int b;}namespace a{int c;}", "namespace a{int b;int c;}"},
       {"scopes", "struct A{int b;};int f(){A a;a.b=a.b;}", "int b;int f(){b=b;}"},
       {"inlining", "typedef int A;A a;", "int a;"},
+      {"inlining", "#define A (1)\nint a=A;", "int a=(1);"},
       {"inlining", "using A=B<int>;A a;", "B<int>a;"},
       {"inlining", "int a{1};f(a);", "f(1);"},
       {"inlining", "int f(){int a=1;a;}int g(){int a=2;a;}", "int f(){int a=1;a;}int g(){2;}"},
