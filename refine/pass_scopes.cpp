@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "refine/declarations.h"
@@ -36,8 +37,8 @@ struct Object {
 };
 
 /// All objects by their types' places.
-std::map<std::uint32_t, Object> Objects(const Program& program, const Tree& tree) {
-  std::map<std::uint32_t, Object> objects;
+std::unordered_map<std::uint32_t, Object> Objects(const Program& program, const Tree& tree) {
+  std::unordered_map<std::uint32_t, Object> objects;
   for (const List& list : tree.Lists()) {
     for (const Range item : list.items) {
       const bool two = item.Size() > 1 && program.Words()[item.begin].kind == TokenKind::Name &&
@@ -51,13 +52,13 @@ std::map<std::uint32_t, Object> Objects(const Program& program, const Tree& tree
 
 class Scopes {
  public:
-  Scopes(const Program& wholeProgram, const Tree& wholeTree)
-      : program(wholeProgram),
-        tree(wholeTree),
-        places(PlacesOfNames(program)),
-        objects(Objects(program, tree)) {}
+  /// A namespace has no objects.
+  Scopes(const Program& wholeProgram, const Tree& wholeTree, bool ofNamespaces)
+      : program(wholeProgram), tree(wholeTree), namespaces(ofNamespaces) {
+    if (!namespaces) objects = Objects(program, tree);
+  }
 
-  EditList Flattening(bool namespaces) {
+  EditList Flattening() {
     std::map<std::string_view, std::vector<Declaration>> blocks;
     for (const Declaration& one : Declarations(program, tree)) {
       if (one.name == Tree::kNone || one.body == Tree::kNone) continue;
@@ -100,8 +101,9 @@ class Scopes {
 
   const Program& program;
   const Tree& tree;
-  const std::map<std::string_view, Places> places;
-  const std::map<std::uint32_t, Object> objects;
+  const bool namespaces;
+  const std::map<std::string_view, Places> places = PlacesOfNames(program);
+  std::unordered_map<std::uint32_t, Object> objects;
   EditList edits;
 };
 
@@ -113,11 +115,11 @@ bool HaveSameHead(const Program& program, const Declaration& one, const Declarat
 }  // namespace
 
 EditList FlattenNamespaces(const Program& program, const Tree& tree) {
-  return Scopes(program, tree).Flattening(true);
+  return Scopes(program, tree, true).Flattening();
 }
 
 EditList FlattenScopes(const Program& program, const Tree& tree) {
-  return Scopes(program, tree).Flattening(false);
+  return Scopes(program, tree, false).Flattening();
 }
 
 EditList JoinScopes(const Program& program, const Tree& tree) {
