@@ -16,6 +16,10 @@ struct Declaration {
   bool isType;
 };
 
+inline bool IsDefinedType(const Declaration& one) {
+  return one.isType && one.name != Tree::kNone && one.body != Tree::kNone;
+}
+
 /// What all statements declare, in the order of the lists.
 std::vector<Declaration> Declarations(const Program& program, const Tree& tree);
 

@@ -44,10 +44,6 @@ std::string_view LastName(const Program& program, const Tree& tree, Range range)
   return name;
 }
 
-bool IsDefinedType(const Declaration& one) {
-  return one.isType && one.name != Tree::kNone && one.body != Tree::kNone;
-}
-
 /// The cuts that take the empty brackets behind a name, "A()" and "A{}".
 std::vector<Cut> EmptyBrackets(const Program& program, const Tree& tree, const Places& places) {
   std::vector<Cut> cuts;

@@ -59,7 +59,7 @@ std::vector<std::string> FirstClasses(const Program& program, const Tree& tree) 
   std::vector<std::string> names;
   for (const Declaration& one : Declarations(program, tree)) {
     const bool isTemplate = program.Text(one.item.begin) == "template";
-    if (!one.isType || one.body == Tree::kNone || one.name == Tree::kNone || isTemplate) continue;
+    if (!IsDefinedType(one) || isTemplate) continue;
     names.emplace_back(program.Text(one.name));
     if (names.size() == kMost) break;
   }

@@ -73,7 +73,9 @@ TEST(RefineInvariants, HoldForRandomPrograms) {
                                 "#include <a>\n",
                                 "f(A x){x",
                                 "f(1)",
-                                "struct A{};struct C:A{A()",
+                                "class A{};",
+                                "class C:A{",
+                                "A()",
                                 "using a",
                                 "#define M(a) a\n"};
   std::mt19937 random(1);
