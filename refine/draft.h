@@ -36,8 +36,8 @@ class Draft {
 
   const Size& GetSize() const { return size; }
   std::vector<Word> Words() const;
-  /// The program's text.
-  std::string Render() const;
+  /// The program's text. Written over `space`, whose memory is used again.
+  std::string Render(std::string space = {}) const;
 
  private:
   static constexpr std::uint32_t kKept = 0;
@@ -51,6 +51,7 @@ class Draft {
   };
 
   bool IsLeft(Range range) const;
+  void Change(std::uint32_t index, std::uint32_t state);
   void Set(std::uint32_t index, std::uint32_t state);
   Size SizeOf(std::uint32_t index) const;
   void Know(std::uint32_t text);

@@ -60,12 +60,15 @@ void Search::AskAhead(const EditList& edits, Draft& draft) {
   for (; nextEdit < edits.Size() && !freePlaces.empty(); ++nextEdit) {
     if (edits.IsLeftOut(nextEdit, size.tokens)) continue;
     draft.Make(nextEdit);
-    if (draft.GetSize() < size) AskAbout(nextEdit, draft.Render());
+    if (draft.GetSize() < size) {
+      text = draft.Render(std::move(text));
+      AskAbout(nextEdit);
+    }
     draft.Undo();
   }
 }
 
-void Search::AskAbout(std::size_t edit, const std::string& text) {
+void Search::AskAbout(std::size_t edit) {
   const std::size_t hash = std::hash<std::string>()(text);
   const bool inFlight =
       std::any_of(open.begin(), open.end(), [hash](const Question& q) { return q.hash == hash; });

@@ -56,7 +56,7 @@ class Search {
 
   bool RunPass(const Pass& pass);
   void AskAhead(const EditList& edits, Draft& draft);
-  void AskAbout(std::size_t edit, const std::string& text);
+  void AskAbout(std::size_t edit);
   void AwaitAnswer();
   void Reject();
   void Accept(const EditList& edits, Draft& draft);
@@ -70,6 +70,7 @@ class Search {
   std::unordered_set<std::size_t> failed;  // hashes of the texts
   std::deque<Question> open;               // in the order of their edits
   std::vector<std::size_t> freePlaces;
+  std::string text;  // of the last question
   const char* passName = "";
   std::size_t nextEdit = 0;
   bool stopped = false;

@@ -23,8 +23,11 @@ struct Rendering {
 /// others are parted where they would be read as one.
 class Writer {
  public:
-  /// Borrows the program.
-  explicit Writer(const Program& wholeProgram) : program(wholeProgram) {}
+  /// Borrows the program. What it writes goes over `space`, whose memory is used again.
+  explicit Writer(const Program& wholeProgram, std::string space = {})
+      : program(wholeProgram), text(std::move(space)) {
+    text.clear();
+  }
 
   static Rendering WriteWhole(const Program& program);
 
