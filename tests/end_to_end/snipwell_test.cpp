@@ -321,6 +321,19 @@ TEST(Snipwell, KeepsTheOptionsThatTheFailureNeeds) {
   }
 }
 
+TEST(Snipwell, CompilesTenTimesAtMostBesideRefining) {
+  const std::string wrongError = "rule\nnoarg -E\narg g++-9\n" + ErrorOn("take", "bad");
+  for (const std::string& rules : {CrashOn(kWanted, "f"), wrongError}) {
+    Project project;
+    project.AddCompiler("g++-9");
+    project.SetRules(rules);
+    const Outcome outcome = project.Reduce({"--stages=preprocess,options,layout"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const std::string runs = project.Runs();
+    EXPECT_LE(Count(runs, "\n") - Count(runs, " -E ") - Count(runs, " -v\n"), 10U) << runs;
+  }
+}
+
 // The folders of the tries are made elsewhere, and every try goes by way of the launcher.
 TEST(Snipwell, RunsTriesWhereAndAsItIsTold) {
   Project project;
