@@ -39,23 +39,27 @@ class FreshNames {
   std::size_t number = 0;
 };
 
-/// A name's places, and the text to stand there.
-struct Renaming {
-  const Places* places;
-  std::uint32_t text;
-};
+/// Names that get others, by their cuts, one name behind the other.
+class Renamings {
+ public:
+  void Add(const Places& places, std::uint32_t text) {
+    const std::vector<Cut> one = EachReplaced(places, text);
+    cuts.insert(cuts.end(), one.begin(), one.end());
+    ends.push_back(static_cast<std::ptrdiff_t>(cuts.size()));
+  }
 
-void AddRenamings(EditList& edits, const std::vector<Renaming>& renamings) {
-  if (renamings.empty()) return;
-  AddHalved(edits, 0, renamings.size() - 1, [&](std::size_t first, std::size_t last) {
-    std::vector<Cut> cuts;
-    for (std::size_t i = first; i <= last; ++i) {
-      const std::vector<Cut> one = EachReplaced(*renamings[i].places, renamings[i].text);
-      cuts.insert(cuts.end(), one.begin(), one.end());
-    }
-    return cuts;
-  });
-}
+  void AddTo(EditList& edits) const {
+    if (ends.empty()) return;
+    AddHalved(edits, 0, ends.size() - 1, [&](std::size_t first, std::size_t last) {
+      const std::ptrdiff_t begin = first == 0 ? 0 : ends[first - 1];
+      return std::vector<Cut>(cuts.begin() + begin, cuts.begin() + ends[last]);
+    });
+  }
+
+ private:
+  std::vector<Cut> cuts;
+  std::vector<std::ptrdiff_t> ends;  // of each name's cuts
+};
 
 }  // namespace
 
@@ -63,17 +67,17 @@ EditList ShortNames(const Program& program, const Tree& /*tree*/) {
   EditList edits;
   const auto names = PlacesOfNames(program);
   FreshNames fresh(names);
-  std::vector<Renaming> usual;
-  std::vector<Renaming> special;
+  Renamings usual;
+  Renamings special;
   std::string text = fresh.Next();
   for (const auto& [name, places] : names) {
     if (IsKeyword(name) || name.size() <= text.size()) continue;
     auto& renamings = name.find("__") == std::string_view::npos ? usual : special;
-    renamings.push_back({&places, edits.Put(std::move(text))});
+    renamings.Add(places, edits.Put(std::move(text)));
     text = fresh.Next();
   }
-  AddRenamings(edits, usual);
-  AddRenamings(edits, special);
+  usual.AddTo(edits);
+  special.AddTo(edits);
   return edits;
 }
 
